@@ -1,0 +1,8 @@
+#include "zspacer.h"
+
+ZSpacer::ZSpacer(QGraphicsItem *parent)
+    : ZWidget(parent)
+{
+}
+
+ZSpacer::~ZSpacer() = default;

@@ -1,0 +1,87 @@
+#ifndef ZWIDGET_P_H
+#define ZWIDGET_P_H
+
+//
+// Private to zkit: not part of the public API, may change without notice.
+//
+
+#include "zwidget.h"
+
+#include <QtCore/qpointer.h>
+
+class QGraphicsAnchorLayout;
+class QGraphicsColorizeEffect;
+class QGraphicsFlowLayout;
+class QGraphicsLinearLayout;
+
+class ZKIT_EXPORT ZWidgetPrivate
+{
+    Z_DECLARE_PUBLIC(ZWidget)
+public:
+    ZWidgetPrivate();
+    virtual ~ZWidgetPrivate();
+
+    QGraphicsLinearLayout *linearLayout() const;
+    QGraphicsFlowLayout *flowLayout() const;
+    QGraphicsAnchorLayout *anchorLayout() const;
+    // The graphics parent when it is a ZWidget.
+    ZWidget *parentZWidget() const;
+
+    bool followsWidth() const { return sizeToChild || widthToChild; }
+    // calcIdealSize() for one size hint, with the width a layout offers
+    // (negative: none).
+    QSizeF idealSize(Qt::SizeHint which, qreal widthConstraint) const;
+    bool followsHeight() const { return sizeToChild || heightToChild; }
+    // Children of None and Flow widgets change the ideal size without the
+    // layout noticing; re-evaluate on the next event-loop turn.
+    void scheduleIdealSize();
+    void childGeometryChanged(bool resized);
+
+    void updateTransform();
+    void updateGrayEffect();
+    // The brush as painted; the theme will tint it here.
+    QBrush themedBrush(const QBrush &brush) const;
+    // Where the theme will apply the named skin to the widget.
+    void applySkin();
+
+    ZWidget *q_zptr = nullptr;
+
+    ZWidget::DragPolicy dragPolicy = ZWidget::AskParent;
+    ZWidget::ThemePolicy themePolicy = ZWidget::ThemeWithParent;
+    mutable bool themeChecked = false;
+    mutable bool themeResult = false;
+
+    ZWidget::LayoutType layoutType = ZWidget::None;
+    QMargins margins;
+    int spacing = 0;
+    int itemSpacing = 0;
+    QString anchor;
+    bool anchored = false;
+    Qt::Alignment alignment;
+
+    qreal fixWidth = -1;
+    qreal fixHeight = -1;
+    bool sizeToChild = false;
+    bool widthToChild = false;
+    bool heightToChild = false;
+    bool idealPending = false;
+
+    bool content = false;
+    QBrush background;
+    QtGradient gradient;
+
+    qreal xRotate = 0;
+    qreal yRotate = 0;
+    qreal zRotate = 0;
+    QPointF originPoint;
+
+    bool grayToDisable = false;
+    QPointer<QGraphicsColorizeEffect> grayEffect;
+
+    Qt::ContextMenuPolicy contextMenuPolicy = Qt::DefaultContextMenu;
+    QString xmlPath;
+    QString skinName;
+    bool removePostedEvents = false;
+};
+
+#endif // ZWIDGET_P_H

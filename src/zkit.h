@@ -1,0 +1,17 @@
+#ifndef ZKIT_H
+#define ZKIT_H
+
+// Umbrella header: every public header of the toolkit.
+
+#include "zglobal.h"
+
+#include "qgraphicsflowlayout.h"
+#include "qtgradient.h"
+#include "zspacer.h"
+#include "zwidget.h"
+
+#include "toxmlstringtool.h"
+#include "xmlnode.h"
+#include "xmlparserbase64tool.h"
+
+#endif // ZKIT_H
