@@ -14,4 +14,12 @@
 #include "xmlnode.h"
 #include "xmlparserbase64tool.h"
 
+#include "zcolortable.h"
+#include "zresource.h"
+#include "ztheme.h"
+#include "zthemechangeevent.h"
+
+#include "zapplication.h"
+#include "zwindow.h"
+
 #endif // ZKIT_H

@@ -1,16 +1,17 @@
-// zkit demonstration: nested, coloured ZWidgets in every layout type.
+// zkit demonstration: nested, coloured ZWidgets in every layout type, in a
+// themed window with the default skin and a colour table that re-colours it.
 //
-// With a display it opens a window; without one (or with --screenshot FILE)
-// it renders the window into a PNG and prints the file's path.
+// With a display it opens the window and switches the theme index every two
+// seconds; without one (or with --screenshot FILE) it renders the window
+// once per theme index of two into PNGs and prints their paths.
 
 #include <zkit.h>
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
-#include <QGraphicsScene>
+#include <QFileInfo>
 #include <QGraphicsSimpleTextItem>
-#include <QGraphicsView>
 #include <QImage>
 #include <QPainter>
 #include <QTimer>
@@ -27,6 +28,43 @@ ZWidget *box(const QColor &color, const QSizeF &size)
     w->setFixSize(size);
     return w;
 }
+
+// A row of default skin images, drawn through the theme's tinted cache.
+class SkinStrip : public ZWidget
+{
+public:
+    SkinStrip()
+    {
+        setFixHeight(48);
+        setThemePolicy(HasTheme);
+    }
+
+    void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) override
+    {
+        ZWidget::paint(painter, option, widget);
+        static const char *names[] = {
+            "checkbox_default_normal", "checkbox_selected_normal", "checkbox_selected_hover",
+            "radiobox_default_normal", "radiobox_selected_normal", "hsliderthumb_normal",
+            "vscrollbar_thumb_down", "comboboxbutton_normal", "frameclose_hover",
+            "messagebox_infomation", "messagebox_question", "messagebox_warning", "messagbox_error",
+            "anijuhua",
+        };
+        qreal x = 8;
+        for (const char *name : names) {
+            const QString path = QStringLiteral(":/image/theme/%1.png").arg(QLatin1String(name));
+            const QPixmap pixmap = ZTheme::getPixmap(path, hasTheme(), true);
+            const QSizeF size = pixmap.deviceIndependentSize();
+            painter->drawPixmap(QPointF(x, (rect().height() - size.height()) / 2), pixmap);
+            x += size.width() + 10;
+        }
+    }
+
+    void doThemeChange() override
+    {
+        ZWidget::doThemeChange();
+        update();
+    }
+};
 
 QColor shade(int i, int n)
 {
@@ -57,13 +95,27 @@ ZWidget *panel(const QString &title, ZWidget::LayoutType type, ZWidget **bodyOut
     return outer;
 }
 
-ZWidget *buildDemo()
+void buildDemo(ZWidget *root)
 {
-    auto *root = new ZWidget;
-    root->setLayoutType(ZWidget::VBox);
+    root->setThemePolicy(ZWidget::HasTheme);
     root->setMargins(QMargins(12, 12, 12, 12));
     root->setSpacing(12);
     root->setBackgroundColor(QColor(0xe3, 0xe7, 0xee));
+
+    auto *top = new ZWidget;
+    top->setLayoutType(ZWidget::HBox);
+    top->setSpacing(12);
+    top->setFixHeight(64);
+    root->addItem(top);
+    auto *strip = new SkinStrip;
+    strip->setBackgroundColor(Qt::white);
+    top->addItem(strip);
+    auto *picker = new ZColorTable;
+    picker->setFixSize(QSizeF(180, 64));
+    picker->setThemePolicy(ZWidget::NoTheme);
+    picker->setColor(ZTheme::themeColor());
+    picker->connectToTheme();
+    top->addItem(picker);
 
     auto *row1 = new ZWidget;
     row1->setLayoutType(ZWidget::HBox);
@@ -127,7 +179,6 @@ ZWidget *buildDemo()
             line->addItem(box(shade(r + c, 5), QSizeF(28, 28)));
         body->addItem(line);
     }
-    return root;
 }
 
 bool headless()
@@ -155,40 +206,45 @@ int main(int argc, char **argv)
     parser.addOption(shotOption);
     parser.process(app);
 
-    QGraphicsScene scene;
-    ZWidget *root = buildDemo();
-    scene.addItem(root);
-    QGraphicsView view(&scene);
-    view.setWindowTitle(QStringLiteral("zkit demo"));
-    view.setFrameShape(QFrame::NoFrame);
-    view.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    view.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    view.resize(760, 470);
-    root->setGeometry(QRectF(QPointF(0, 0), view.size()));
-    scene.setSceneRect(root->geometry());
-    view.show();
+    ZWindow window;
+    window.setWindowTitle(QStringLiteral("zkit demo"));
+    buildDemo(window.rootWidget());
+    window.resize(760, 540);
+    window.construct();
+    window.show();
 
     QString shot = parser.value(shotOption);
     if (shot.isEmpty() && noDisplay)
         shot = QDir::temp().filePath(QStringLiteral("zkit-demo.png"));
-    if (shot.isEmpty())
+    if (shot.isEmpty()) {
+        // Walk through the theme rows while the window is open.
+        QTimer cycle;
+        QObject::connect(&cycle, &QTimer::timeout, [] { ZTheme::setThemeIndex((ZTheme::themeIndex() + 1) % 9); });
+        cycle.start(2000);
         return app.exec();
+    }
 
-    // Let the layouts settle before rendering.
-    QTimer::singleShot(0, &app, [&] {
-        root->activateLayout();
-        QImage image(view.size(), QImage::Format_ARGB32_Premultiplied);
+    // One picture per theme index, each once the theme change has arrived.
+    const int indices[] = {0, 8};
+    int status = 0;
+    for (int index : indices) {
+        ZTheme::setThemeIndex(index);
+        QCoreApplication::processEvents();
+        window.rootWidget()->activateLayout();
+        QImage image(window.size(), QImage::Format_ARGB32_Premultiplied);
         image.fill(Qt::transparent);
         QPainter painter(&image);
-        view.render(&painter);
+        window.render(&painter);
         painter.end();
-        if (!image.save(shot)) {
-            fprintf(stderr, "zkit-demo: cannot write %s\n", qPrintable(shot));
-            app.exit(1);
-            return;
+        QFileInfo info(shot);
+        const QString file = info.dir().filePath(
+            QStringLiteral("%1-theme%2.%3").arg(info.completeBaseName()).arg(index).arg(info.suffix()));
+        if (!image.save(file)) {
+            fprintf(stderr, "zkit-demo: cannot write %s\n", qPrintable(file));
+            status = 1;
+            continue;
         }
-        printf("%s\n", qPrintable(QDir(shot).absolutePath()));
-        app.quit();
-    });
-    return app.exec();
+        printf("%s\n", qPrintable(QFileInfo(file).absoluteFilePath()));
+    }
+    return status;
 }

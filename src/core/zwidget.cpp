@@ -1,5 +1,6 @@
 #include "zwidget.h"
 #include "zwidget_p.h"
+#include "ztheme.h"
 
 #include "qgraphicsflowlayout.h"
 
@@ -213,16 +214,9 @@ void ZWidgetPrivate::updateGrayEffect()
     grayEffect->setEnabled(!q->isEnabled());
 }
 
-QBrush ZWidgetPrivate::themedBrush(const QBrush &brush) const
-{
-    // Theme hook: the theme's tint (ZTheme::convertToThemeBrush) goes here.
-    return brush;
-}
-
 void ZWidgetPrivate::applySkin()
 {
-    // Theme hook: ZTheme::setSkinName(q, skinName) goes here. Until the theme
-    // exists the name is only kept.
+    ZTheme::setSkinName(q_zptr, skinName);
 }
 
 // ---------------------------------------------------------------------------
@@ -771,7 +765,7 @@ void ZWidget::updateBackgroundBrush()
     if (d->background.style() == Qt::NoBrush)
         return;
     QPalette pal = palette();
-    pal.setBrush(QPalette::Window, hasTheme() ? d->themedBrush(d->background) : d->background);
+    pal.setBrush(QPalette::Window, hasTheme() ? ZTheme::convertToThemeBrush(d->background) : d->background);
     setPalette(pal);
     setAutoFillBackground(true);
 }

@@ -39,9 +39,7 @@ public:
 
     void updateTransform();
     void updateGrayEffect();
-    // The brush as painted; the theme will tint it here.
-    QBrush themedBrush(const QBrush &brush) const;
-    // Where the theme will apply the named skin to the widget.
+    // Hands the widget and its skin name to the theme.
     void applySkin();
 
     ZWidget *q_zptr = nullptr;

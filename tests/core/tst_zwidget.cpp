@@ -8,6 +8,7 @@
 
 #include "zspacer.h"
 #include "zwidget.h"
+#include "ztheme.h"
 
 namespace {
 
@@ -828,14 +829,17 @@ void tst_ZWidget::changeThemeReachesParticipants()
     QCOMPARE(c->themeChanges, 0);
     QCOMPARE(d->themeChanges, 1);
 
-    // The base handler re-applies the background.
+    // The base handler re-applies the background, tinted since the widget
+    // takes part in theming; a widget without a theme keeps its colour.
     a->setBackgroundColor(Qt::red);
     QPalette pal = a->palette();
     pal.setBrush(QPalette::Window, Qt::green);
     a->setPalette(pal);
     a->changeTheme();
     QCOMPARE(a->themeChanges, 2);
-    QCOMPARE(a->palette().brush(QPalette::Window).color(), QColor(Qt::red));
+    QCOMPARE(a->palette().brush(QPalette::Window).color(), ZTheme::convertToThemeColor(Qt::red));
+    c->setBackgroundColor(QColor(10, 200, 30));
+    QCOMPARE(c->palette().brush(QPalette::Window).color(), QColor(10, 200, 30));
 }
 
 void tst_ZWidget::findObject()

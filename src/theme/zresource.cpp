@@ -1,0 +1,253 @@
+#include "zresource.h"
+#include "ztheme.h"
+#include "xmlnode.h"
+
+#include <QAtomicPointer>
+#include <QCache>
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QImageReader>
+#include <QStandardPaths>
+
+namespace {
+
+constexpr int kCacheCapacity = 100;
+
+using PixmapCache = QCache<QString, QPixmap>;
+
+QAtomicPointer<PixmapCache> g_caches[2]; // plain, tinted
+
+PixmapCache *cache(bool tinted)
+{
+    QAtomicPointer<PixmapCache> &slot = g_caches[tinted ? 1 : 0];
+    PixmapCache *c = slot.loadAcquire();
+    if (c)
+        return c;
+    auto *fresh = new PixmapCache(kCacheCapacity);
+    if (slot.testAndSetOrdered(nullptr, fresh))
+        return fresh;
+    delete fresh;
+    return slot.loadAcquire();
+}
+
+const struct CacheReaper {
+    ~CacheReaper()
+    {
+        for (auto &slot : g_caches)
+            delete slot.fetchAndStoreOrdered(nullptr);
+    }
+} cacheReaper;
+
+QString applicationDir()
+{
+    if (QCoreApplication::instance())
+        return QCoreApplication::applicationDirPath();
+    return QString::fromLocal8Bit(qgetenv("appdir"));
+}
+
+// The name to open, or an empty string when the name stands for nothing.
+QString resolve(const QString &name)
+{
+    if (name.isEmpty())
+        return QString();
+    if (name.contains(QLatin1Char(':')))
+        return name;
+    if (QDir::isRelativePath(name))
+        return applicationDir() + QLatin1Char('/') + name;
+    return QString();
+}
+
+bool wantsHighDensity()
+{
+    return qobject_cast<QGuiApplication *>(QCoreApplication::instance())
+        && qApp->devicePixelRatio() >= 1.5;
+}
+
+// "dir/name.png" -> "dir/name@2x.png"
+QString highDensityName(const QString &resolved)
+{
+    const int slash = resolved.lastIndexOf(QLatin1Char('/'));
+    const int dot = resolved.lastIndexOf(QLatin1Char('.'));
+    if (dot <= slash)
+        return resolved + QLatin1String("@2x");
+    return resolved.left(dot) + QLatin1String("@2x") + resolved.mid(dot);
+}
+
+// The file a pixmap is read from: the @2x form on dense screens when it
+// exists. \a ratio receives the pixmap's device pixel ratio.
+QString pixmapFile(const QString &name, qreal *ratio)
+{
+    const QString resolved = resolve(name);
+    *ratio = 1;
+    if (resolved.isEmpty() || !wantsHighDensity())
+        return resolved;
+    const QString dense = highDensityName(resolved);
+    if (QFileInfo::exists(dense)) {
+        *ratio = 2;
+        return dense;
+    }
+    return resolved;
+}
+
+QString keyFor(const QString &file, bool tinted)
+{
+    const QFileInfo info(file);
+    const QDateTime modified = info.lastModified();
+    const qint64 seconds = modified.isValid() ? modified.toSecsSinceEpoch() : 0;
+    return QStringLiteral("zpixmap%1%2%3%4")
+        .arg(info.absoluteFilePath(), QString::number(seconds), QString::number(info.size()),
+             QString::number(tinted ? 1 : 0));
+}
+
+QPixmap readPixmap(const QString &file, qreal ratio)
+{
+    QImageReader reader(file);
+    reader.setDecideFormatFromContent(true);
+    const QImage image = reader.read();
+    if (image.isNull())
+        return QPixmap();
+    QPixmap pixmap = QPixmap::fromImage(image);
+    pixmap.setDevicePixelRatio(ratio);
+    return pixmap;
+}
+
+QPixmap plainPixmap(const QString &file, qreal ratio, bool useCache)
+{
+    const QString key = keyFor(file, false);
+    PixmapCache *plain = cache(false);
+    if (const QPixmap *hit = plain->object(key))
+        return *hit;
+    QPixmap pixmap = readPixmap(file, ratio);
+    if (!pixmap.isNull() && useCache)
+        plain->insert(key, new QPixmap(pixmap), 1);
+    return pixmap;
+}
+
+} // namespace
+
+void ZResource::addDefaultSearchPath()
+{
+    addSearchPath(QStringLiteral("appdata"),
+                  QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
+    addSearchPath(QStringLiteral("appdir"), applicationDir());
+}
+
+void ZResource::addSearchPath(const QString &prefix, const QString &path)
+{
+    if (path.isEmpty() || !QFileInfo::exists(path))
+        return;
+    QDir::addSearchPath(prefix, path);
+}
+
+QStringList ZResource::searchPaths(const QString &prefix)
+{
+    return QDir::searchPaths(prefix);
+}
+
+QString ZResource::absoluteFileName(const QString &name)
+{
+    const int colon = name.indexOf(QLatin1Char(':'));
+    if (colon > 0) {
+        const QStringList paths = QDir::searchPaths(name.left(colon));
+        const QString rest = name.mid(colon + 1);
+        if (paths.isEmpty())
+            return name;
+        if (paths.size() > 1 && QFileInfo::exists(name))
+            return QFileInfo(name).absoluteFilePath();
+        return paths.first() + QLatin1Char('/') + rest;
+    }
+    if (colon == 0)
+        return name;
+    if (QDir::isRelativePath(name))
+        return applicationDir() + QLatin1Char('/') + name;
+    return name;
+}
+
+QString ZResource::pixmapCacheKey(const QString &name, bool tinted)
+{
+    qreal ratio;
+    const QString file = pixmapFile(name, &ratio);
+    return file.isEmpty() ? QString() : keyFor(file, tinted);
+}
+
+QImage ZResource::loadImage(const QString &name)
+{
+    const QString file = resolve(name);
+    if (file.isEmpty())
+        return QImage();
+    QImageReader reader(file);
+    reader.setDecideFormatFromContent(true);
+    return reader.read();
+}
+
+QPixmap ZResource::loadPixmap(const QString &name, bool tinted, bool useCache)
+{
+    QPixmap pixmap;
+    loadPixmap(name, pixmap, tinted, useCache);
+    return pixmap;
+}
+
+bool ZResource::loadPixmap(const QString &name, QPixmap &out, bool tinted, bool useCache)
+{
+    qreal ratio;
+    const QString file = pixmapFile(name, &ratio);
+    if (file.isEmpty()) {
+        out = QPixmap();
+        return false;
+    }
+    if (!tinted) {
+        out = plainPixmap(file, ratio, useCache);
+        return !out.isNull();
+    }
+    const QString key = keyFor(file, true);
+    PixmapCache *tintedCache = cache(true);
+    if (const QPixmap *hit = tintedCache->object(key)) {
+        out = *hit;
+        return true;
+    }
+    out = ZTheme::convertToThemePixmap(plainPixmap(file, ratio, true));
+    if (!out.isNull() && useCache)
+        tintedCache->insert(key, new QPixmap(out), 1);
+    return !out.isNull();
+}
+
+QByteArray ZResource::loadRawData(const QString &name)
+{
+    const QString file = resolve(name);
+    if (file.isEmpty())
+        return QByteArray();
+    QFile f(file);
+    if (!f.open(QIODevice::ReadOnly))
+        return QByteArray();
+    return f.readAll();
+}
+
+bool ZResource::loadXml(const QString &name, XMLNode &out)
+{
+    const QString file = resolve(name);
+    if (file.isEmpty())
+        return false;
+    QFile f(file);
+    if (!f.open(QIODevice::ReadOnly))
+        return false;
+    // Documents are UTF-8; the parser reads the process's 8-bit encoding.
+    const QByteArray text = QString::fromUtf8(f.readAll()).toLocal8Bit();
+    out = XMLNode::parseString(text.constData());
+    return !out.isEmpty();
+}
+
+void ZResource::clearTintedCache()
+{
+    if (PixmapCache *c = g_caches[1].loadAcquire())
+        c->clear();
+}
+
+int ZResource::cacheCount(bool tinted)
+{
+    PixmapCache *c = g_caches[tinted ? 1 : 0].loadAcquire();
+    return c ? c->count() : 0;
+}

@@ -1,0 +1,8 @@
+#include "zapplication.h"
+
+ZApplication::ZApplication(int &argc, char **argv)
+    : QApplication(argc, argv)
+{
+}
+
+ZApplication::~ZApplication() = default;

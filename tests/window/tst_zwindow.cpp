@@ -1,0 +1,266 @@
+// The window host: root sizing, fonts, closing, theme changes.
+
+#include "zwindow.h"
+#include "zspacer.h"
+#include "ztheme.h"
+#include "zthemechangeevent.h"
+
+#include <QApplication>
+#include <QGraphicsScene>
+#include <QPointer>
+#include <QSignalSpy>
+#include <QtTest>
+
+namespace {
+
+// Counts theme changes reaching it.
+class ThemedWidget : public ZWidget
+{
+public:
+    using ZWidget::ZWidget;
+    int themeChanges = 0;
+    void doThemeChange() override
+    {
+        ++themeChanges;
+        ZWidget::doThemeChange();
+    }
+};
+
+} // namespace
+
+class tst_ZWindow : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void construction()
+    {
+        ZWindow w;
+        QVERIFY(w.rootWidget());
+        QVERIFY(qobject_cast<ZSpacer *>(w.rootWidget()));
+        QCOMPARE(w.rootWidget()->layoutType(), ZWidget::VBox);
+        QCOMPARE(w.rootWidget()->dragPolicy(), ZWidget::WindowMove);
+        QVERIFY(w.rootWidget()->flags() & QGraphicsItem::ItemClipsChildrenToShape);
+        QCOMPARE(w.rootWidget()->scene(), w.scene());
+        QCOMPARE(w.rootWidget()->parent(), w.scene());
+        QCOMPARE(w.scene()->parent(), &w);
+        QVERIFY(!(w.windowFlags() & Qt::Window) || !w.parentWidget());
+        QCOMPARE(w.horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
+        QCOMPARE(w.verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
+        QCOMPARE(w.viewportUpdateMode(), QGraphicsView::BoundingRectViewportUpdate);
+        QVERIFY(QCoreApplication::testAttribute(Qt::AA_DontCreateNativeWidgetSiblings));
+    }
+
+    void rootFollowsTheView_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<QMargins>("margins");
+        QTest::addColumn<QRectF>("root");
+        QTest::newRow("no margins") << QSize(300, 200) << QMargins() << QRectF(0, 0, 300, 200);
+        QTest::newRow("margins") << QSize(300, 200) << QMargins(10, 5, 20, 15) << QRectF(10, 5, 270, 180);
+        QTest::newRow("margins beyond the view") << QSize(50, 40) << QMargins(40, 30, 40, 30)
+                                                 << QRectF(40, 30, 0, 0);
+    }
+    void rootFollowsTheView()
+    {
+        QFETCH(QSize, size);
+        QFETCH(QMargins, margins);
+        QFETCH(QRectF, root);
+        ZWindow w;
+        QSignalSpy resized(&w, &ZWindow::resized);
+        w.setSceneMargins(margins);
+        w.resize(size);
+        w.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&w));
+        QVERIFY(resized.count() >= 1);
+        QCOMPARE(w.sceneRect(), QRectF(QPointF(0, 0), QSizeF(size)));
+        QCOMPARE(w.rootWidget()->geometry(), root);
+        QCOMPARE(w.rootWidget()->minimumSize(), root.size());
+        QCOMPARE(w.rootWidget()->maximumSize(), root.size());
+    }
+
+    void preferSizeIncludesMargins()
+    {
+        ZWindow w;
+        w.setSceneMargins(QMargins(3, 4, 5, 6));
+        w.rootWidget()->setMargins(QMargins());
+        auto *child = new ZWidget;
+        child->setFixSize(QSizeF(120, 80));
+        w.rootWidget()->addItem(child);
+        const QSizeF size = w.calcWindowPreferSize();
+        QCOMPARE(size, QSizeF(120 + 8, 80 + 10));
+    }
+
+    // A widget without a font of its own follows the window's font setters.
+    void fontsReachTheScene()
+    {
+        ZWindow w;
+        auto *child = new ZWidget;
+        w.rootWidget()->addItem(child);
+        w.setFontSize(17);
+        QCOMPARE(w.fontSize(), 17);
+        QCOMPARE(w.scene()->font().pixelSize(), 17);
+        QCOMPARE(child->font().pixelSize(), 17);
+        w.setFontName(QStringLiteral("DejaVu Serif"));
+        QCOMPARE(w.fontName(), QStringLiteral("DejaVu Serif"));
+        QCOMPARE(child->font().family(), QStringLiteral("DejaVu Serif"));
+        QCOMPARE(child->font().pixelSize(), 17);
+        w.setBold(true);
+        QVERIFY(w.bold());
+        QVERIFY(child->font().bold());
+    }
+
+    void visibilitySignals()
+    {
+        ZWindow w;
+        QSignalSpy visible(&w, &ZWindow::visibleChanged);
+        w.show();
+        QCOMPARE(visible.count(), 1);
+        w.hide();
+        QCOMPARE(visible.count(), 2);
+    }
+
+    void closeGuard()
+    {
+        ZWindow w;
+        w.show();
+        int nested = 0;
+        connect(&w, &ZWindow::aboutToClose, &w, [&] {
+            ++nested;
+            QVERIFY(!w.close()); // re-entrant: does nothing
+        });
+        QVERIFY(w.close());
+        QCOMPARE(nested, 1);
+        QVERIFY(!w.isVisible());
+    }
+
+    void abortedCloseKeepsDeleteOnClose()
+    {
+        QPointer<ZWindow> w = new ZWindow;
+        w->setAttribute(Qt::WA_DeleteOnClose);
+        w->show();
+        connect(w, &ZWindow::aboutToClose, w, [&] { w->abortCloseWindow(); });
+        w->close();
+        QVERIFY(w->isVisible());
+        QVERIFY(w->testAttribute(Qt::WA_DeleteOnClose));
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(w);
+        delete w;
+    }
+
+    void deleteOnCloseIsDeferred()
+    {
+        QPointer<ZWindow> w = new ZWindow;
+        w->setAttribute(Qt::WA_DeleteOnClose);
+        w->show();
+        w->close();
+        QVERIFY(w); // still alive until the event loop turns
+        QTRY_VERIFY(!w);
+    }
+
+    void skipOwnClose()
+    {
+        QPointer<ZWindow> w = new ZWindow;
+        w->setAttribute(Qt::WA_DeleteOnClose);
+        w->skipMyCloseExecution();
+        w->show();
+        w->close(); // a plain widget close deletes later through Qt itself
+        QTRY_VERIFY(!w);
+    }
+
+    void maximizeOrRestore()
+    {
+        ZWindow w;
+        w.setRealWindow(true);
+        w.show();
+        QVERIFY(!w.isMaximized());
+        w.showMaximizeOrRestore();
+        QVERIFY(w.isMaximized());
+        w.showMaximizeOrRestore();
+        QVERIFY(!w.isMaximized());
+    }
+
+    void realWindow()
+    {
+        ZWindow w;
+        w.setRealWindow(true);
+        QVERIFY(w.testAttribute(Qt::WA_NativeWindow));
+        w.setRealWindow(false);
+        QVERIFY(!w.testAttribute(Qt::WA_NativeWindow));
+    }
+
+    void autoDeleteAtQuit()
+    {
+        QPointer<ZWindow> kept = new ZWindow;
+        QPointer<ZWindow> dropped = new ZWindow;
+        kept->setAutoDeleteWhenAppQuit(true);
+        dropped->setAutoDeleteWhenAppQuit(true);
+        dropped->setAutoDeleteWhenAppQuit(false);
+        QMetaObject::invokeMethod(qApp, "aboutToQuit");
+        QVERIFY(!kept);
+        QVERIFY(dropped);
+        delete dropped;
+    }
+
+    void moveEmitsPosChanged()
+    {
+        ZWindow w;
+        w.setRealWindow(true);
+        QSignalSpy moved(&w, &ZWindow::posChanged);
+        w.show();
+        w.move(w.pos() + QPoint(13, 7));
+        QTRY_VERIFY(moved.count() >= 1);
+    }
+
+    // A theme change reaches the widgets of two windows, by their policies.
+    void themeChangeReachesWidgets()
+    {
+        ZWindow a, b;
+        a.setWindowFlag(Qt::Window);
+        b.setWindowFlag(Qt::Window);
+        auto *themed = new ThemedWidget;
+        themed->setThemePolicy(ZWidget::HasTheme);
+        auto *inherits = new ThemedWidget;
+        inherits->setThemePolicy(ZWidget::ThemeWithParent);
+        themed->addItem(inherits);
+        a.rootWidget()->addItem(themed);
+        auto *plain = new ThemedWidget;
+        plain->setThemePolicy(ZWidget::NoTheme);
+        auto *other = new ThemedWidget;
+        other->setThemePolicy(ZWidget::HasTheme);
+        b.rootWidget()->addItem(plain);
+        b.rootWidget()->addItem(other);
+        a.show();
+        b.show();
+
+        ZTheme::setThemeIndex(4);
+        QCOMPARE(themed->themeChanges, 0); // posted
+        QCoreApplication::processEvents();
+        QCOMPARE(themed->themeChanges, 1);
+        QCOMPARE(inherits->themeChanges, 1);
+        QCOMPARE(other->themeChanges, 1);
+        QCOMPARE(plain->themeChanges, 0);
+
+        // construct() re-themes too.
+        a.construct();
+        QCOMPARE(themed->themeChanges, 2);
+    }
+
+    // The periodic repaint runs only while the window is visible.
+    void viewportRepairTimer()
+    {
+        ZWindow w;
+        w.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&w));
+        QTimer *running = nullptr;
+        for (QTimer *t : w.findChildren<QTimer *>())
+            if (t->isActive() && t->interval() == 512)
+                running = t;
+        QVERIFY(running);
+        w.hide();
+        QVERIFY(!running->isActive());
+    }
+};
+
+QTEST_MAIN(tst_ZWindow)
+#include "tst_zwindow.moc"
