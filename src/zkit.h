@@ -13,6 +13,7 @@
 #include "toxmlstringtool.h"
 #include "xmlnode.h"
 #include "xmlparserbase64tool.h"
+#include "zcreator.h"
 
 #include "zcolortable.h"
 #include "zresource.h"

@@ -1,4 +1,5 @@
 #include "zspacer.h"
+#include "zcreator.h"
 
 ZSpacer::ZSpacer(QGraphicsItem *parent)
     : ZWidget(parent)
@@ -6,3 +7,5 @@ ZSpacer::ZSpacer(QGraphicsItem *parent)
 }
 
 ZSpacer::~ZSpacer() = default;
+
+Z_REGISTER_WIDGET(ZSpacer);

@@ -1,4 +1,5 @@
 #include "zwidget.h"
+#include "zcreator.h"
 #include "zwidget_p.h"
 #include "ztheme.h"
 
@@ -1246,3 +1247,5 @@ void ZWidget::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
         break;
     }
 }
+
+Z_REGISTER_WIDGET(ZWidget);

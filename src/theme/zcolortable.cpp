@@ -1,4 +1,5 @@
 #include "zcolortable.h"
+#include "zcreator.h"
 #include "ztheme_p.h"
 #include "zwidget_p.h"
 
@@ -222,3 +223,5 @@ void ZColorTable::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
         emit colorChanged(d->color);
     d->drag = ZColorTablePrivate::None;
 }
+
+Z_REGISTER_WIDGET(ZColorTable);

@@ -1,4 +1,5 @@
 #include "zwindow_p.h"
+#include "zcreator.h"
 #include "zspacer.h"
 #include "ztheme.h"
 #include "zthemechangeevent.h"
@@ -313,3 +314,5 @@ void ZWindow::on_viewport_update_bugfix()
     // second later.
     QCoreApplication::postEvent(this, new QEvent(QEvent::UpdateRequest), Qt::LowEventPriority);
 }
+
+Z_REGISTER_WINDOW(ZWindow);
