@@ -1,33 +1,14 @@
 // Tint throughput: a full-HD ARGB32 image tinted towards the theme colour,
 // against a plain copy of the same image, in the same run.
 
+#include "benchutil.h"
 #include "ztheme.h"
 
 #include <QGuiApplication>
 #include <QImage>
 #include <QRandomGenerator>
 
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
-#include <vector>
-
-namespace {
-
-template<typename F>
-double medianSeconds(int runs, F &&f)
-{
-    std::vector<double> times;
-    for (int i = 0; i < runs; ++i) {
-        const auto start = std::chrono::steady_clock::now();
-        f();
-        times.push_back(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
-    }
-    std::sort(times.begin(), times.end());
-    return times[times.size() / 2];
-}
-
-} // namespace
 
 int main(int argc, char **argv)
 {

@@ -2,6 +2,7 @@
 // a generated uitree document of about 3 MB. Each figure is the median of
 // several runs, each run parsing the text and freeing the document.
 
+#include "benchutil.h"
 #include "xmlnode.h"
 
 #include <QByteArray>
@@ -79,20 +80,6 @@ std::string makeDocument()
     }
     s += "</uitree>\n";
     return s;
-}
-
-template <typename F>
-double medianSeconds(int runs, F &&run)
-{
-    std::vector<double> t;
-    for (int i = 0; i < runs; ++i) {
-        const auto a = std::chrono::steady_clock::now();
-        run();
-        const auto b = std::chrono::steady_clock::now();
-        t.push_back(std::chrono::duration<double>(b - a).count());
-    }
-    std::sort(t.begin(), t.end());
-    return t[t.size() / 2];
 }
 
 [[noreturn]] void die(const char *what)

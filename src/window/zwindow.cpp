@@ -104,11 +104,20 @@ int ZWindow::fontSize() const
     return font().pixelSize();
 }
 
+namespace {
+// Changes one attribute of the window's font and hands it to the scene.
+template<typename Change>
+void changeFont(ZWindow *window, Change change)
+{
+    QFont font = window->font();
+    change(font);
+    window->setFont(font);
+}
+} // namespace
+
 void ZWindow::setFontSize(int pixelSize)
 {
-    QFont f = font();
-    f.setPixelSize(pixelSize);
-    setFont(f);
+    changeFont(this, [pixelSize](QFont &f) { f.setPixelSize(pixelSize); });
 }
 
 QString ZWindow::fontName() const
@@ -118,9 +127,7 @@ QString ZWindow::fontName() const
 
 void ZWindow::setFontName(const QString &family)
 {
-    QFont f = font();
-    f.setFamily(family);
-    setFont(f);
+    changeFont(this, [&family](QFont &f) { f.setFamily(family); });
 }
 
 bool ZWindow::bold() const
@@ -130,9 +137,7 @@ bool ZWindow::bold() const
 
 void ZWindow::setBold(bool bold)
 {
-    QFont f = font();
-    f.setBold(bold);
-    setFont(f);
+    changeFont(this, [bold](QFont &f) { f.setBold(bold); });
 }
 
 void ZWindow::setFont(const QFont &font)
