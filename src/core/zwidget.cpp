@@ -2,6 +2,7 @@
 #include "zcreator.h"
 #include "zwidget_p.h"
 #include "ztheme.h"
+#include "zxmlui.h"
 
 #include "qgraphicsflowlayout.h"
 
@@ -765,8 +766,10 @@ void ZWidget::updateBackgroundBrush()
     Z_D(ZWidget);
     if (d->background.style() == Qt::NoBrush)
         return;
+    // A gradient is laid over the widget's own rectangle (see QtGradient).
+    const QBrush brush = d->gradient.isValid() ? d->gradient.brush(rect()) : d->background;
     QPalette pal = palette();
-    pal.setBrush(QPalette::Window, hasTheme() ? ZTheme::convertToThemeBrush(d->background) : d->background);
+    pal.setBrush(QPalette::Window, hasTheme() ? ZTheme::convertToThemeBrush(brush) : brush);
     setPalette(pal);
     setAutoFillBackground(true);
 }
@@ -1053,6 +1056,11 @@ void ZWidget::setSkinName(const QString &name)
     d->applySkin();
 }
 
+bool ZWidget::setPropertyEx(const char *name, const char *value)
+{
+    return ZXmlUI::setPropertyEx(this, name, value);
+}
+
 QObject *ZWidget::findObject(const QString &name) const
 {
     if (name.isEmpty())
@@ -1221,6 +1229,9 @@ void ZWidget::resizeEvent(QGraphicsSceneResizeEvent *event)
     QGraphicsWidget::resizeEvent(event);
     Z_D(ZWidget);
     d->childGeometryChanged(true);
+    // A relative gradient stretches with the widget.
+    if (d->gradient.isValid() && d->gradient.isRelative())
+        updateBackgroundBrush();
     // A flow widget whose height follows its children needs a new height
     // for every new width.
     if (d->layoutType == Flow && d->followsHeight() && !d->followsWidth()

@@ -137,9 +137,9 @@ public:
     // Hooks for subclasses, kept in this order.
 
     /*! Receives the element's XML node for content attributes cannot express. Does nothing here. */
-    virtual void setData(const XMLNode *node);
+    Q_INVOKABLE virtual void setData(const XMLNode *node);
     /*! Receives a value from application code. Does nothing here. */
-    virtual void setData(const QVariant &value);
+    Q_INVOKABLE virtual void setData(const QVariant &value);
     using QGraphicsItem::setData;
     /*! The widget that children go into; containers return an inner widget. */
     virtual ZWidget *layoutWidget();
@@ -285,12 +285,19 @@ public:
     void setBackgroundColor(const QColor &color);
     void setBackgroundColor(int r, int g, int b, int a = 255);
     QtGradient backgroundGradient() const;
-    /*! Fills the background with \a gradient; an invalid gradient removes the background. */
+    /*!
+     * Fills the background with \a gradient, laid over rect() by the rules of
+     * QtGradient (fractions of the rectangle when every coordinate is within
+     * 0..1, logical units otherwise), so a relative gradient follows the
+     * size. An invalid gradient removes the background.
+     */
     void setBackgroundGradient(const QtGradient &gradient);
     QBrush backgroundBrush() const;
     /*!
      * Fills the background with \a brush. A brush of style Qt::NoBrush is kept
-     * but changes nothing on screen: the previous fill stays.
+     * but changes nothing on screen: the previous fill stays. A gradient brush
+     * is painted as setBackgroundGradient() paints its gradient; the brush's
+     * own transform is not used.
      */
     void setBackgroundBrush(const QBrush &brush);
     /*! Removes any background. */
@@ -380,6 +387,15 @@ public:
     QString skinName() const;
     /*! Names the skin (a property set defined by documents) applied to the widget. */
     void setSkinName(const QString &name);
+
+    /*!
+     * Sets a property from text as a document attribute does: \a name may be
+     * a path through QObject* properties ("titlebar.fixHeight"), \a value is
+     * converted by the property's type, and an undeclared name becomes a
+     * dynamic string property. False only when the path does not resolve.
+     * Same as ZXmlUI::setPropertyEx(this, name, value).
+     */
+    bool setPropertyEx(const char *name, const char *value);
 
     // Lookup and geometry.
 

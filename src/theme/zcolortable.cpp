@@ -9,6 +9,7 @@
 namespace {
 constexpr qreal kStripWidth = 14;
 constexpr qreal kGap = 6;
+constexpr int kMaxImageSide = 512;
 const QString kMarker = QStringLiteral(":/image/theme/colorselect.png");
 } // namespace
 
@@ -26,7 +27,7 @@ public:
     {
         return QColor::fromRgb(ZThemeTint::hslToRgb(hue, saturation, lightness) | 0xff000000u);
     }
-    void updateImages(const QSize &fieldSize, const QSize &stripSize);
+    void updateImages(QSize fieldSize, QSize stripSize);
     bool pick(const QPointF &pos, ZColorTable *q);
 };
 
@@ -38,10 +39,14 @@ bool changed(double a, double b)
 }
 } // namespace
 
-void ZColorTablePrivate::updateImages(const QSize &fieldSize, const QSize &stripSize)
+void ZColorTablePrivate::updateImages(QSize fieldSize, QSize stripSize)
 {
     if (fieldSize.isEmpty() || stripSize.isEmpty())
         return;
+    // The images are scaled when painted: a huge widget must not mean a
+    // huge image (or minutes of work).
+    fieldSize = fieldSize.boundedTo(QSize(kMaxImageSide, kMaxImageSide));
+    stripSize = stripSize.boundedTo(QSize(kMaxImageSide, kMaxImageSide));
     if (field.size() != fieldSize || changed(fieldSaturation, saturation)) {
         field = QImage(fieldSize, QImage::Format_RGB32);
         for (int y = 0; y < fieldSize.height(); ++y) {

@@ -1238,6 +1238,35 @@ char XMLNode::isDeclaration() const
     return n ? n->isDecl : 0;
 }
 
+int XMLNode::sourceOffset() const
+{
+    XMLNodeData *n = node();
+    return n ? n->sourcePos - 1 : -1;
+}
+
+char XMLNode::sourcePosition(XMLCSTR text, int *line, int *column) const
+{
+    const int offset = sourceOffset();
+    if (offset < 0 || !text)
+        return 0;
+    const XMLCharEncoding enc = options().encoding;
+    // Offsets count from after a byte-order mark that the parser skipped.
+    if (enc == char_encoding_UTF8 && static_cast<unsigned char>(text[0]) == 0xEF
+        && static_cast<unsigned char>(text[1]) == 0xBB && static_cast<unsigned char>(text[2]) == 0xBF)
+        text += 3;
+    // Not the text the node came from if it ends before the offset.
+    const void *nul = std::memchr(text, 0, static_cast<size_t>(offset) + 1);
+    if (nul && static_cast<const char *>(nul) <= text + offset)
+        return 0;
+    int l, c;
+    lineAndColumn(text, static_cast<size_t>(offset), enc, &l, &c);
+    if (line)
+        *line = l;
+    if (column)
+        *column = c;
+    return 1;
+}
+
 XMLNodeContents XMLNode::enumContents(XMLElementPosition i) const
 {
     XMLNodeContents c = {eNodeNULL, XMLNode(), {nullptr, nullptr}, nullptr, {nullptr, nullptr, nullptr}};
@@ -1355,6 +1384,7 @@ XMLNode XMLNode::deepCopy() const
         n->arena = arena;
         n->name = str(s->name);
         n->isDecl = s->isDecl;
+        n->sourcePos = s->sourcePos;
         if ((n->nAttr = s->nAttr)) {
             n->attr = static_cast<XMLAttribute *>(arena->alloc(sizeof(XMLAttribute) * static_cast<size_t>(s->nAttr)));
             for (int i = 0; i < s->nAttr; ++i)

@@ -225,6 +225,15 @@ public:
     XMLClear getClear(int i = 0) const;
     int nClear() const;
 
+    // Where a parsed element starts: the byte offset of its '<' in the text
+    // given to parseString() (after a skipped byte-order mark); -1 for the
+    // top node and for nodes made by editing. Copies keep it.
+    int sourceOffset() const;
+    // Line and column (1-based, counted as in XMLResults) of that '<', given
+    // the very text the node was parsed from. Returns 0 when unknown, or when
+    // the text ends before the offset.
+    char sourcePosition(XMLCSTR text, int *line, int *column) const;
+
     // Attributes + children + texts + clears.
     int nElement() const;
     char isEmpty() const;

@@ -79,6 +79,7 @@ struct XMLNodeData
     int nChild, nAttr, nText, nClear;
     int capChild, capAttr, capText, capClear, capOrder;
     int ref;                 // handles + 1 while it has a parent
+    int sourcePos;           // offset of the element's '<' in the parsed text + 1; 0 unknown
     unsigned char isDecl;
     unsigned char deleted;
     unsigned char heapStrings;

@@ -1,5 +1,6 @@
 #include "xmlnode_p.h"
 
+#include <climits>
 #include <cstdlib>
 #include <cstring>
 #include <vector>
@@ -526,6 +527,9 @@ bool Parser::startTag(char *&p, bool declaration)
     }
 
     XMLNodeData *n = newNode(name, declaration);
+    const size_t offset = static_cast<size_t>(lt - buf);
+    if (offset < size_t(INT_MAX))
+        n->sourcePos = static_cast<int>(offset) + 1;
     if (nAttrs) {
         n->attr = static_cast<XMLAttribute *>(arena->alloc(nAttrs * sizeof(XMLAttribute)));
         std::memcpy(static_cast<void *>(n->attr), attrs, nAttrs * sizeof(XMLAttribute));

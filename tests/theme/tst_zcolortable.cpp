@@ -48,6 +48,26 @@ private slots:
         QCOMPARE(table.stripImage().cacheKey(), strip2);
     }
 
+    // A huge picker keeps small images (they are scaled when painted).
+    void hugeSizesStayCheap()
+    {
+        QGraphicsScene scene;
+        auto *table = new ZColorTable;
+        scene.addItem(table);
+        QElapsedTimer timer;
+        timer.start();
+        table->resize(1e7, 1e6);
+        table->setColor(QColor(10, 120, 200));
+        QImage out(64, 64, QImage::Format_ARGB32);
+        QPainter painter(&out);
+        scene.render(&painter, QRectF(0, 0, 64, 64), QRectF(0, 0, 1000, 1000));
+        painter.end();
+        QVERIFY(timer.elapsed() < 2000);
+        QVERIFY(table->fieldImage().width() <= 512 && table->fieldImage().height() <= 512);
+        QVERIFY(table->stripImage().height() <= 512);
+        QVERIFY(out.pixel(32, 32) != 0);
+    }
+
     void fieldShowsHueAcrossAndLightnessDown()
     {
         ZColorTable table;
