@@ -35,7 +35,17 @@
 #include "ztextitem.h"
 #include "zutility.h"
 
+#include "zaction.h"
 #include "zapplication.h"
+#include "zbubbletip.h"
+#include "zfollowwindow.h"
+#include "zmenu.h"
+#include "zmenustyle.h"
+#include "zpopupwindow.h"
+#include "ztextbubbletip.h"
+#include "ztooltip.h"
 #include "zwindow.h"
+
+#include "ztoolbar.h"
 
 #endif // ZKIT_H
