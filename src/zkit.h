@@ -35,6 +35,18 @@
 #include "ztextitem.h"
 #include "zutility.h"
 
+#include "zabstractbutton.h"
+#include "zbuttongroup.h"
+#include "zcheckbutton.h"
+#include "zpushbutton.h"
+#include "zradiobutton.h"
+
+#include "zprogressbar.h"
+#include "zscrollarea.h"
+#include "zscrollbar.h"
+#include "zscrollwidget.h"
+#include "zslider.h"
+
 #include "zaction.h"
 #include "zapplication.h"
 #include "zbubbletip.h"
