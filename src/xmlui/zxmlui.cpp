@@ -308,6 +308,23 @@ QObject *resolvePath(QObject *root, const QByteArray &path, QByteArray *property
     return current;
 }
 
+// Whether \a text may be written to an enumeration property. Qt's own
+// enumerations have no fixed underlying type, so a number that is none of
+// their values must not reach them (loading it is undefined behaviour); the
+// toolkit's enumerations are int-based and take any number, as documented
+// where they give every other value a meaning.
+bool acceptsEnumValue(const QMetaProperty &property, const QString &text)
+{
+    if (!property.isEnumType() || property.isFlagType())
+        return true;
+    const QMetaEnum e = property.enumerator();
+    if (e.scope() && e.scope()[0] == 'Z')
+        return true;
+    bool isNumber = false;
+    const int number = text.trimmed().toInt(&isNumber, 0);
+    return !isNumber || e.valueToKey(number);
+}
+
 // Sets the property \a name of \a object from \a text: a declared property
 // gets the text converted by its type, "objectArgument" registers the object
 // under its objectName, anything else becomes a dynamic string property.
@@ -322,6 +339,14 @@ QVariant setPropertyText(QObject *object, const QByteArray &name, const QString 
         const QMetaProperty property = mo->property(index);
         bool ok = true;
         const QVariant value = ZPropertyConverter::convert(property.metaType(), text, &ok);
+        if (!acceptsEnumValue(property, text)) {
+            report(Diagnostic::ConversionFailed,
+                   QStringLiteral("\"%1\" is not a value of %2; property %3 of %4 left unchanged")
+                       .arg(text, QLatin1String(property.typeName()), QLatin1String(property.name()),
+                            className(object)),
+                   site, object);
+            return QVariant();
+        }
         if (!ok) {
             report(Diagnostic::ConversionFailed,
                    QStringLiteral("\"%1\" is not a valid %2; property %3 of %4 set to the fallback %2")

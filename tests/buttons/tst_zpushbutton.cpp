@@ -694,8 +694,6 @@ void tst_ZPushButton::garbageFromXml()
     QVERIFY(!odd->buttonIcon());
     QCOMPARE(odd->buttonFrame()->frameCount(), 4); // an empty path keeps the images
     QCOMPARE(odd->buttonFrame()->frameIndex(), 0);
-    odd->setProperty("orientation", 17); // a number no orientation has
-    QCOMPARE(odd->orientation(), Qt::Horizontal);
     odd->resize(80, 30);
     odd->updateState(ZAbstractButton::StatePressed);
     odd->updateState(ZAbstractButton::StateNormal);
