@@ -60,4 +60,18 @@
 
 #include "ztoolbar.h"
 
+#include "zabstractlistmodel.h"
+#include "zabstracttreemodel.h"
+#include "zcolorcombobox.h"
+#include "zcomboboxwidget.h"
+#include "zcommoncombobox.h"
+#include "zcommonlistmodel.h"
+#include "zcommonlistwidget.h"
+#include "zcommontreemodel.h"
+#include "zfontcombobox.h"
+#include "zlistitem.h"
+#include "zlistitemcreator.h"
+#include "zlistwidget.h"
+#include "zpopuplistwindow.h"
+
 #endif // ZKIT_H
