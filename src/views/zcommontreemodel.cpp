@@ -254,8 +254,9 @@ struct Place
 };
 } // namespace
 
-static qint64 insertAt(ZCommonTreeModelPrivate *d, const Place &place, const QMap<Qt::ItemDataRole, QVariant> &data,
-                       QList<qint64> *emitList)
+// Inserts one node; outside a batch it is reported at once.
+static qint64 insertAt(ZCommonTreeModel *q, ZCommonTreeModelPrivate *d, const Place &place,
+                       const QMap<Qt::ItemDataRole, QVariant> &data)
 {
     auto *n = new Node;
     n->id = ZCommonTreeModel::createId();
@@ -263,11 +264,12 @@ static qint64 insertAt(ZCommonTreeModelPrivate *d, const Place &place, const QMa
     n->parent = place.parent;
     place.list->insert(place.pos, n);
     d->nodes.insert(n->id, n);
+    const qint64 id = n->id;
     if (d->batch)
-        d->batchIds.append(n->id);
+        d->batchIds.append(id);
     else
-        emitList->append(n->id);
-    return n->id;
+        Q_EMIT q->itemsInserted(QList<qint64>{id});
+    return id;
 }
 
 qint64 ZCommonTreeModel::addChild(qint64 parent, const RowData &data)
@@ -282,11 +284,7 @@ qint64 ZCommonTreeModel::addChild(qint64 parent, const RowData &data)
         place.list = &d->roots;
     }
     place.pos = place.list->size();
-    QList<qint64> inserted;
-    const qint64 id = insertAt(d.get(), place, data, &inserted);
-    if (!inserted.isEmpty())
-        Q_EMIT itemsInserted(inserted);
-    return id;
+    return insertAt(this, d.get(), place, data);
 }
 
 qint64 ZCommonTreeModel::addChild(qint64 parent, const QString &text)
@@ -311,11 +309,7 @@ qint64 ZCommonTreeModel::insertBefore(qint64 sibling, const RowData &data)
         return 0;
     Place place{s->parent, &d->siblings(s), 0};
     place.pos = place.list->indexOf(s);
-    QList<qint64> inserted;
-    const qint64 id = insertAt(d.get(), place, data, &inserted);
-    if (!inserted.isEmpty())
-        Q_EMIT itemsInserted(inserted);
-    return id;
+    return insertAt(this, d.get(), place, data);
 }
 
 qint64 ZCommonTreeModel::insertBefore(qint64 sibling, const QString &text)
@@ -340,11 +334,7 @@ qint64 ZCommonTreeModel::insertAfter(qint64 sibling, const RowData &data)
         return 0;
     Place place{s->parent, &d->siblings(s), 0};
     place.pos = place.list->indexOf(s) + 1;
-    QList<qint64> inserted;
-    const qint64 id = insertAt(d.get(), place, data, &inserted);
-    if (!inserted.isEmpty())
-        Q_EMIT itemsInserted(inserted);
-    return id;
+    return insertAt(this, d.get(), place, data);
 }
 
 qint64 ZCommonTreeModel::insertAfter(qint64 sibling, const QString &text)
