@@ -35,7 +35,7 @@ test-asan: build-asan
 test: test-plain test-asan
 
 demo: build
-	$(BUILD_DIR)/examples/demo/zkit-demo
+	$(BUILD_DIR)/examples/gallery/zkit-gallery
 
 bench: deps $(BUILD_DIR)/CMakeCache.txt
 	cmake -S . -B $(BUILD_DIR) -DZKIT_BUILD_BENCH=ON

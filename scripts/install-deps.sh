@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(
   build-essential cmake ninja-build ccache pkg-config
   qt6-base-dev qt6-base-dev-tools libgl-dev
-  libqt6uitools6 qt6-tools-dev
+  libqt6uitools6 qt6-tools-dev libqt6opengl6-dev
   libpugixml-dev libtinyxml2-dev
   clang libclang-rt-14-dev
   fonts-dejavu-core

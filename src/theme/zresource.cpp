@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
 #include <QGuiApplication>
 #include <QImageReader>
 #include <QStandardPaths>
@@ -93,14 +94,28 @@ QString pixmapFile(const QString &name, qreal *ratio)
     return resolved;
 }
 
-QString keyFor(const QString &file, bool tinted)
+// "<absolute path><mtime s><size>" of a file.
+QString fileStamp(const QString &file)
 {
     const QFileInfo info(file);
     const QDateTime modified = info.lastModified();
     const qint64 seconds = modified.isValid() ? modified.toSecsSinceEpoch() : 0;
-    return QStringLiteral("zpixmap%1%2%3%4")
-        .arg(info.absoluteFilePath(), QString::number(seconds), QString::number(info.size()),
-             QString::number(tinted ? 1 : 0));
+    return info.absoluteFilePath() + QString::number(seconds) + QString::number(info.size());
+}
+
+QString keyFor(const QString &file, bool tinted)
+{
+    const QChar suffix = tinted ? QLatin1Char('1') : QLatin1Char('0');
+    if (!file.startsWith(QLatin1Char(':')))
+        return QLatin1String("zpixmap") + fileStamp(file) + suffix;
+    // Embedded files do not change while the process runs, and reading a
+    // resource's time costs a time-zone conversion: stamp each one once.
+    // (GUI thread only, like every pixmap.)
+    static QHash<QString, QString> resourceStamps;
+    auto it = resourceStamps.constFind(file);
+    if (it == resourceStamps.constEnd())
+        it = resourceStamps.insert(file, fileStamp(file));
+    return QLatin1String("zpixmap") + *it + suffix;
 }
 
 QPixmap readPixmap(const QString &file, qreal ratio)

@@ -47,6 +47,11 @@ void ZWindow::init()
     setStyleSheet(QStringLiteral("QGraphicsView { border-style: none}"));
 
     d->scene = new QGraphicsScene(this);
+    // A window's items are few and move with their layouts: the BSP index
+    // only costs here (items added before it is built are kept in a list
+    // that every removal searches, which makes tearing a large window down
+    // quadratic).
+    d->scene->setItemIndexMethod(QGraphicsScene::NoIndex);
     setScene(d->scene);
 
     d->root = new ZSpacer;

@@ -1,9 +1,11 @@
 #!/usr/bin/env bash
-# Installs the built library into a scratch prefix, then builds and runs a
-# small consumer through the CMake package and through pkg-config.
+# Installs the built library into a scratch prefix, then builds and runs the
+# example consumer (examples/consumer) through the CMake package and through
+# pkg-config, so that packaging cannot rot.
 set -euo pipefail
 build_dir=$1
-source_dir=$(cd "$(dirname "$0")" && pwd)
+source_dir=$(cd "$(dirname "$0")/../.." && pwd)
+consumer="$source_dir/examples/consumer"
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
@@ -18,15 +20,19 @@ for header in "$work"/prefix/include/zkit/*.h; do
         exit 1
     fi
 done
-
-cmake -S "$source_dir/consumer" -B "$work/cmake-build" -DCMAKE_PREFIX_PATH="$work/prefix" >/dev/null
-cmake --build "$work/cmake-build" >/dev/null
-LD_LIBRARY_PATH="$work/prefix/lib:$work/prefix/lib/x86_64-linux-gnu:${LD_LIBRARY_PATH:-}" \
-    "$work/cmake-build/consumer"
+[ -x "$work/prefix/bin/zkit-preview" ] || { echo "zkit-preview is not installed" >&2; exit 1; }
 
 libdir=$(ls -d "$work"/prefix/lib*/pkgconfig | head -n 1)
+export LD_LIBRARY_PATH="$(dirname "$libdir"):${LD_LIBRARY_PATH:-}"
+
+cmake -S "$consumer" -B "$work/cmake-build" -DCMAKE_PREFIX_PATH="$work/prefix" >/dev/null
+cmake --build "$work/cmake-build" >/dev/null
+"$work/cmake-build/consumer"
+
+mkdir "$work/pc-build"
 flags=$(PKG_CONFIG_PATH="$libdir" pkg-config --cflags --libs zkit)
 # shellcheck disable=SC2086
-c++ -std=c++17 -fPIC "$source_dir/consumer/main.cpp" -o "$work/pc-consumer" $flags
-LD_LIBRARY_PATH="$(dirname "$libdir"):${LD_LIBRARY_PATH:-}" "$work/pc-consumer"
+c++ -std=c++17 -fPIC "$consumer/main.cpp" -o "$work/pc-build/consumer" $flags
+cp "$consumer/consumer.xml" "$work/pc-build/"
+"$work/pc-build/consumer"
 echo "package: cmake and pkg-config consumers ran"
