@@ -20,7 +20,10 @@ for header in "$work"/prefix/include/zkit/*.h; do
         exit 1
     fi
 done
-[ -x "$work/prefix/bin/zkit-preview" ] || { echo "zkit-preview is not installed" >&2; exit 1; }
+if grep -q '^ZKIT_BUILD_TOOLS:BOOL=ON' "$build_dir/CMakeCache.txt" && [ ! -x "$work/prefix/bin/zkit-preview" ]; then
+    echo "zkit-preview is not installed" >&2
+    exit 1
+fi
 
 libdir=$(ls -d "$work"/prefix/lib*/pkgconfig | head -n 1)
 export LD_LIBRARY_PATH="$(dirname "$libdir"):${LD_LIBRARY_PATH:-}"
