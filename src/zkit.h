@@ -79,4 +79,9 @@
 #include "zlistwidget.h"
 #include "zpopuplistwindow.h"
 
+#include "qlineeditex.h"
+#include "zhotkey.h"
+#include "zlineedit.h"
+#include "ztextedit.h"
+
 #endif // ZKIT_H
