@@ -41,6 +41,20 @@ void connectControls(ZWindow *window)
     tip->setTarget(tipButton);
     QObject::connect(tipButton, &ZAbstractButton::clicked, tip, [tip] { tip->show(); });
 
+    auto *pages = find<ZStackedWidget>(window, "pages");
+    QObject::connect(find<ZPushButton>(window, "nextPage"), &ZAbstractButton::clicked, pages, [pages] {
+        pages->setCurrentIndex((pages->currentIndex() + 1) % pages->count());
+    });
+    QObject::connect(find<ZPushButton>(window, "previousPage"), &ZAbstractButton::clicked, pages, [pages] {
+        pages->setCurrentIndex((pages->currentIndex() + pages->count() - 1) % pages->count());
+    });
+    auto *card = find<ZFlipWidget>(window, "card");
+    QObject::connect(find<ZPushButton>(window, "flipCard"), &ZAbstractButton::clicked, card, &ZFlipWidget::flip);
+
+    auto *dateLabel = find<ZLabel>(window, "dateLabel");
+    QObject::connect(find<ZCalendar>(window, "calendar"), &ZCalendar::selectedDateChanged, dateLabel,
+                     [dateLabel](const QDate &date) { dateLabel->setText(date.toString(Qt::TextDate)); });
+
     auto *volume = find<ZSlider>(window, "volume");
     auto *progress = find<ZProgressBar>(window, "progress");
     QObject::connect(volume, &ZSlider::valueChanged, progress, [progress](qreal value) {
@@ -87,7 +101,8 @@ int main(int argc, char **argv)
     parser.addHelpOption();
     const QCommandLineOption shot(QStringLiteral("screenshot"), QStringLiteral("Render into <file> and exit."),
                                   QStringLiteral("file"));
-    parser.addOption(shot);
+    const QCommandLineOption page(QStringLiteral("page"), QStringLiteral("Open on tab <n>."), QStringLiteral("n"));
+    parser.addOptions({shot, page});
     parser.process(app);
 
     ZWindow *window = ZXmlUI::windowFromFile(QStringLiteral(":/gallery/gallery.xml"));
@@ -98,7 +113,9 @@ int main(int argc, char **argv)
     connectControls(window);
     window->setWindowTitle(QStringLiteral("zkit gallery"));
     window->setAttribute(Qt::WA_DeleteOnClose);
-    window->resize(1120, 720);
+    window->resize(1120, 760);
+    if (parser.isSet(page))
+        find<ZTabWidget>(window, "galleryTabs")->setCurrentIndex(parser.value(page).toInt());
     window->show();
 
     QString file = parser.value(shot);
@@ -107,8 +124,9 @@ int main(int argc, char **argv)
     if (file.isEmpty())
         return app.exec();
 
-    // The picture shows a bubble tip as well.
-    window->findChild<ZTextBubbleTip *>()->show();
+    // The first page's picture shows a bubble tip as well.
+    if (find<ZTabWidget>(window, "galleryTabs")->currentIndex() == 0)
+        window->findChild<ZTextBubbleTip *>()->show();
     const bool saved = snapshot(window).save(file);
     delete window;
     if (!saved) {
