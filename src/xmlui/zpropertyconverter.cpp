@@ -171,9 +171,9 @@ QSizeF ZPropertyConverter::toSizeF(const QString &text, bool *ok)
 
 QSize ZPropertyConverter::toSize(const QString &text, bool *ok)
 {
+    // Negative parts stay (a line edit's integer range is a QSize); fewer
+    // than two pieces give QSizeF's (-1, -1), which is QSize()'s.
     const QSizeF s = toSizeF(text, ok);
-    if (!s.isValid())
-        return QSize();
     return QSizeF(integral(s.width()), integral(s.height())).toSize();
 }
 

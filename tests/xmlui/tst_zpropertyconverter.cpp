@@ -151,6 +151,7 @@ void tst_ZPropertyConverter::sizes_data()
     QTest::newRow("empty pieces dropped") << ",7,,8," << QSizeF(7, 8) << QSize(7, 8) << true;
     QTest::newRow("garbage piece is 0") << "abc,5" << QSizeF(0, 5) << QSize(0, 5) << false;
     QTest::newRow("not finite is 0") << "nan,inf" << QSizeF(0, 0) << QSize(0, 0) << false;
+    QTest::newRow("negative parts kept") << "-5,5" << QSizeF(-5, 5) << QSize(-5, 5) << true;
     QTest::newRow("empty") << "" << QSizeF() << QSize() << false;
 }
 
