@@ -198,6 +198,8 @@ void ZListWidgetPrivate::doLayout()
     // scroll-bar updates included).
     layoutTimer.stop();
     const int n = model ? model->count() : 0;
+    const bool rebind = rebindVisible;
+    rebindVisible = false;
     if (n <= 0) {
         releaseItems(visibleItems);
         firstVisible = 0;
@@ -229,6 +231,8 @@ void ZListWidgetPrivate::doLayout()
     for (int row = first; row <= last && !old.isEmpty(); ++row) {
         const QPointer<ZListItem> item = old.take(row);
         if (item) {
+            if (rebind)
+                item->resetIndex(row);
             qint64 yy = yKeep;
             placeItem(item, row, yy);
             visibleItems.insert(row, item);

@@ -64,6 +64,9 @@ public:
     QPointer<ZScrollBar> scrollBar;
     QPointer<ZAbstractListModel> model;
     QVariant customVariant;
+    // Set by views whose rows change meaning without the row numbers
+    // changing (a tree after expanding): the next pass rebinds kept items too.
+    bool rebindVisible = false;
 };
 
 #endif // ZLISTWIDGET_P_H
