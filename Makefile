@@ -5,7 +5,7 @@ JOBS           ?= 2
 CMAKE_FLAGS    ?=
 GENERATOR      := $(shell command -v ninja >/dev/null 2>&1 && echo "-G Ninja")
 
-.PHONY: all deps build build-asan test test-plain test-asan demo bench install clean
+.PHONY: all deps build build-asan test test-plain test-asan demo bench install clean docs
 
 all: build
 
@@ -50,3 +50,9 @@ install: build
 
 clean:
 	rm -rf $(BUILD_DIR) $(ASAN_BUILD_DIR)
+
+# The generated parts of the documentation: the vocabulary reference and the
+# gallery screenshot.
+docs: build
+	scripts/gen-vocabulary.sh $(BUILD_DIR)/tools/preview/zkit-preview docs/vocabulary.md
+	QT_QPA_PLATFORM=offscreen $(BUILD_DIR)/examples/gallery/zkit-gallery --screenshot docs/gallery.png
