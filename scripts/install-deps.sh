@@ -10,6 +10,7 @@ packages=(
   libpugixml-dev libtinyxml2-dev
   clang libclang-rt-14-dev
   fonts-dejavu-core
+  valgrind
 )
 
 missing=()

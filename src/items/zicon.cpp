@@ -4,6 +4,7 @@
 #include "zcreator.h"
 #include "zresource.h"
 
+#include <QtCore/qcache.h>
 #include <QtGui/qpainter.h>
 
 namespace {
@@ -21,6 +22,23 @@ QIcon::Mode iconMode(ZIcon::Mode mode)
 QIcon::State iconState(ZIcon::State state)
 {
     return state == ZIcon::Off ? QIcon::Off : QIcon::On;
+}
+
+// QIcon keeps its scaled pixmaps in QPixmapCache under the serial number of
+// its own pixmap, so a fresh QIcon per item adds entries for every item ever
+// made. Items showing the same file share one icon (keyed as the skin
+// pixmaps are, so an edited file is read afresh; at most 100 files).
+QIcon sharedIcon(const QString &path)
+{
+    static QCache<QString, QIcon> icons(100);
+    const QString key = ZResource::pixmapCacheKey(path, false);
+    if (key.isEmpty())
+        return QIcon(ZResource::absoluteFileName(path));
+    if (const QIcon *icon = icons.object(key))
+        return *icon;
+    const QIcon icon(ZResource::absoluteFileName(path));
+    icons.insert(key, new QIcon(icon));
+    return icon;
 }
 
 } // namespace
@@ -44,7 +62,7 @@ QString ZIcon::iconPath() const
 
 void ZIcon::setIconPath(const QString &path)
 {
-    setIcon(path.isEmpty() ? QIcon() : QIcon(ZResource::absoluteFileName(path)));
+    setIcon(path.isEmpty() ? QIcon() : sharedIcon(path));
 }
 
 QIcon ZIcon::icon() const

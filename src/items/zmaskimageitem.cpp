@@ -145,7 +145,7 @@ void ZMaskImageItem::setMaskMouse(bool on)
 bool ZMaskImageItem::getBatchRandomPoint(QList<QPoint> &points, int count, QGraphicsItem *mapTo)
 {
     Z_D(ZMaskImageItem);
-    QRandomGenerator random(quint32(QDateTime::currentMSecsSinceEpoch()));
+    QRandomGenerator random{quint32(QDateTime::currentMSecsSinceEpoch())};
     points.clear();
     count = qMax(count, 0);
 

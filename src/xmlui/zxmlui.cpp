@@ -320,9 +320,23 @@ bool acceptsEnumValue(const QMetaProperty &property, const QString &text)
     const QMetaEnum e = property.enumerator();
     if (e.scope() && e.scope()[0] == 'Z')
         return true;
+    // Check what Qt itself would store: numbers beyond int (cut to 32 bits)
+    // and key combinations ("A|B") can give a value that is no enumerator.
     bool isNumber = false;
-    const int number = text.trimmed().toInt(&isNumber, 0);
-    return !isNumber || e.valueToKey(number);
+    const qlonglong asNumber = text.trimmed().toLongLong(&isNumber, 0);
+    if (isNumber && asNumber != int(asNumber))
+        return false;
+    QVariant v(text);
+    if (!v.convert(property.metaType()))
+        return true; // setProperty() refuses it
+    qint64 number = 0;
+    switch (property.metaType().sizeOf()) {
+    case 1: number = *static_cast<const qint8 *>(v.constData()); break;
+    case 2: number = *static_cast<const qint16 *>(v.constData()); break;
+    case 4: number = *static_cast<const qint32 *>(v.constData()); break;
+    default: number = *static_cast<const qint64 *>(v.constData()); break;
+    }
+    return number == int(number) && e.valueToKey(int(number));
 }
 
 // Sets the property \a name of \a object from \a text: a declared property
