@@ -1,6 +1,9 @@
 #include "zeditorproxy_p.h"
 
+#include "zframeitem.h"
+
 #include <QtWidgets/qgraphicssceneevent.h>
+#include <QtWidgets/qwidget.h>
 
 ZEditorProxy::ZEditorProxy(QGraphicsItem *parent)
     : QGraphicsProxyWidget(parent)
@@ -13,3 +16,75 @@ void ZEditorProxy::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
 {
     event->ignore();
 }
+
+namespace ZEditorHost {
+
+void showFrame(ZWidget *field, ZFrameItem *&frame, bool &frameShown, QGraphicsItem *editor, bool on)
+{
+    QString path = frame ? frame->imagePath() : QString();
+    if (path.isEmpty())
+        path = QStringLiteral(":/image/theme/lineedit.png");
+    setFrameImage(field, frame, frameShown, editor, path);
+    frameShown = on;
+    frame->setVisible(on);
+}
+
+void setFrameImage(ZWidget *field, ZFrameItem *&frame, bool &frameShown, QGraphicsItem *editor,
+                   const QString &path)
+{
+    if (path.isEmpty())
+        return;
+    if (!frame) {
+        frame = new ZFrameItem(field);
+        frame->setObjectName(QStringLiteral("frame"));
+        frame->setFrameType(ZFrameItem::GridFour);
+        frame->setFrameSwitch(false);
+        frame->setAcceptedMouseButtons(Qt::NoButton);
+        frame->stackBefore(editor);
+        frameShown = true;
+    }
+    if (frame->imagePath() != path)
+        frame->setImagePath(path);
+}
+
+void setInteractive(ZWidget *field, QGraphicsProxyWidget *proxy, bool on)
+{
+    proxy->setAcceptedMouseButtons(on ? Qt::LeftButton | Qt::RightButton : Qt::NoButton);
+    proxy->setAcceptHoverEvents(on);
+    if (!on)
+        proxy->unsetCursor();
+    field->setDragPolicy(on ? ZWidget::Nothing : ZWidget::AskParent);
+    field->setBackgroundColor(on ? QColor(255, 255, 255, 255) : QColor(0, 0, 0, 0));
+}
+
+QColor textColor(const QWidget *editor)
+{
+    return editor->palette().color(QPalette::Text);
+}
+
+bool setTextColor(QWidget *editor, const QColor &color)
+{
+    if (!color.isValid() || textColor(editor) == color)
+        return false;
+    QPalette palette = editor->palette();
+    palette.setColor(QPalette::Text, color);
+    editor->setPalette(palette);
+    return true;
+}
+
+int fontSize(const QWidget *editor)
+{
+    return editor->font().pixelSize();
+}
+
+bool setFontSize(QWidget *editor, int pixels)
+{
+    if (pixels < 1 || fontSize(editor) == pixels)
+        return false;
+    QFont font = editor->font();
+    font.setPixelSize(pixels);
+    editor->setFont(font);
+    return true;
+}
+
+} // namespace ZEditorHost

@@ -5,7 +5,11 @@
 // Private to zkit: not part of the public API, may change without notice.
 //
 
+#include <QtGui/qcolor.h>
 #include <QtWidgets/qgraphicsproxywidget.h>
+
+class ZFrameItem;
+class ZWidget;
 
 /*
  * The proxy hosting a text editor inside a field. A plain proxy keeps a
@@ -21,5 +25,31 @@ public:
 protected:
     void contextMenuEvent(QGraphicsSceneContextMenuEvent *event) override;
 };
+
+/*
+ * What the line edit and the text edit share as fields hosting an editor
+ * widget in a proxy over a skinned frame.
+ */
+namespace ZEditorHost {
+
+/* Shows or hides the field's frame, creating it with the default skin first. */
+void showFrame(ZWidget *field, ZFrameItem *&frame, bool &frameShown, QGraphicsItem *editor, bool on);
+/*
+ * Sets the frame image, creating the frame on first use: a picture only
+ * (presses go to the field) lying under the editor. Empty paths are ignored.
+ */
+void setFrameImage(ZWidget *field, ZFrameItem *&frame, bool &frameShown, QGraphicsItem *editor,
+                   const QString &path);
+/* Edit mode (takes input, white, framed) or label mode (text only, passes drags up). */
+void setInteractive(ZWidget *field, QGraphicsProxyWidget *proxy, bool on);
+
+QColor textColor(const QWidget *editor);
+/* False, and nothing changed, for an invalid or the current colour. */
+bool setTextColor(QWidget *editor, const QColor &color);
+int fontSize(const QWidget *editor);
+/* False, and nothing changed, for sizes below 1 or the current size. */
+bool setFontSize(QWidget *editor, int pixels);
+
+} // namespace ZEditorHost
 
 #endif // ZEDITORPROXY_P_H

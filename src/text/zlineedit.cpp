@@ -16,12 +16,6 @@
 
 Z_REGISTER_WIDGET(ZLineEdit);
 
-namespace {
-
-const char kDefaultFrame[] = ":/image/theme/lineedit.png";
-
-} // namespace
-
 // ---------------------------------------------------------------------------
 // ZLineEditPrivate
 
@@ -199,33 +193,23 @@ QSize ZLineEdit::contentSize() const
 
 QColor ZLineEdit::textColor() const
 {
-    return d_func()->edit->palette().color(QPalette::Text);
+    return ZEditorHost::textColor(d_func()->edit);
 }
 
 void ZLineEdit::setTextColor(const QColor &color)
 {
-    Z_D(ZLineEdit);
-    if (!color.isValid() || textColor() == color)
-        return;
-    QPalette palette = d->edit->palette();
-    palette.setColor(QPalette::Text, color);
-    d->edit->setPalette(palette);
+    ZEditorHost::setTextColor(d_func()->edit, color);
 }
 
 int ZLineEdit::fontSize() const
 {
-    return d_func()->edit->font().pixelSize();
+    return ZEditorHost::fontSize(d_func()->edit);
 }
 
 void ZLineEdit::setFontSize(int pixels)
 {
-    Z_D(ZLineEdit);
-    if (pixels < 1 || fontSize() == pixels)
-        return;
-    QFont f = d->edit->font();
-    f.setPixelSize(pixels);
-    d->edit->setFont(f);
-    updateGeometry();
+    if (ZEditorHost::setFontSize(d_func()->edit, pixels))
+        updateGeometry();
 }
 
 QFont ZLineEdit::font() const
@@ -309,12 +293,8 @@ bool ZLineEdit::hasFrame() const
 void ZLineEdit::setFrame(bool on)
 {
     Z_D(ZLineEdit);
-    QString path = frameImage();
-    if (path.isEmpty())
-        path = QLatin1String(kDefaultFrame);
-    setFrameImage(path);
-    d->frameShown = on;
-    d->frame->setVisible(on);
+    ZEditorHost::showFrame(this, d->frame, d->frameShown, d->proxy, on);
+    d->layoutChildren();
 }
 
 QString ZLineEdit::frameImage() const
@@ -328,18 +308,7 @@ void ZLineEdit::setFrameImage(const QString &path)
     Z_D(ZLineEdit);
     if (path.isEmpty())
         return;
-    if (!d->frame) {
-        d->frame = new ZFrameItem(this);
-        d->frame->setObjectName(QStringLiteral("frame"));
-        d->frame->setFrameType(ZFrameItem::GridFour);
-        // A picture only: presses go to the field, and the editor lies on top.
-        d->frame->setFrameSwitch(false);
-        d->frame->setAcceptedMouseButtons(Qt::NoButton);
-        d->frame->stackBefore(d->proxy);
-        d->frameShown = true;
-    }
-    if (d->frame->imagePath() != path)
-        d->frame->setImagePath(path);
+    ZEditorHost::setFrameImage(this, d->frame, d->frameShown, d->proxy, path);
     d->layoutChildren();
 }
 
@@ -421,10 +390,7 @@ void ZLineEdit::setEdit()
 {
     Z_D(ZLineEdit);
     setReadOnly(false);
-    d->proxy->setAcceptedMouseButtons(Qt::LeftButton | Qt::RightButton);
-    d->proxy->setAcceptHoverEvents(true);
-    setDragPolicy(ZWidget::Nothing);
-    setBackgroundColor(QColor(255, 255, 255, 255));
+    ZEditorHost::setInteractive(this, d->proxy, true);
     setFrame(true);
     setFocus(true);
 }
@@ -433,11 +399,7 @@ void ZLineEdit::setLabel()
 {
     Z_D(ZLineEdit);
     setReadOnly(true);
-    d->proxy->setAcceptedMouseButtons(Qt::NoButton);
-    d->proxy->setAcceptHoverEvents(false);
-    d->proxy->unsetCursor();
-    setDragPolicy(ZWidget::AskParent);
-    setBackgroundColor(QColor(0, 0, 0, 0));
+    ZEditorHost::setInteractive(this, d->proxy, false);
     setFrame(false);
 }
 

@@ -22,7 +22,6 @@ Z_REGISTER_WIDGET(ZTextEdit);
 
 namespace {
 
-const char kDefaultFrame[] = ":/image/theme/lineedit.png";
 // What one wheel notch on a skinned bar scrolls, as in scroll areas.
 constexpr qreal kWheelStep = 40;
 
@@ -294,32 +293,22 @@ void ZTextEdit::setLineWrap(bool on)
 
 QColor ZTextEdit::textColor() const
 {
-    return d_func()->edit->palette().color(QPalette::Text);
+    return ZEditorHost::textColor(d_func()->edit);
 }
 
 void ZTextEdit::setTextColor(const QColor &color)
 {
-    Z_D(ZTextEdit);
-    if (!color.isValid() || textColor() == color)
-        return;
-    QPalette palette = d->edit->palette();
-    palette.setColor(QPalette::Text, color);
-    d->edit->setPalette(palette);
+    ZEditorHost::setTextColor(d_func()->edit, color);
 }
 
 int ZTextEdit::fontSize() const
 {
-    return d_func()->edit->font().pixelSize();
+    return ZEditorHost::fontSize(d_func()->edit);
 }
 
 void ZTextEdit::setFontSize(int pixels)
 {
-    Z_D(ZTextEdit);
-    if (pixels < 1 || fontSize() == pixels)
-        return;
-    QFont f = d->edit->font();
-    f.setPixelSize(pixels);
-    d->edit->setFont(f);
+    ZEditorHost::setFontSize(d_func()->edit, pixels);
 }
 
 qreal ZTextEdit::documentMargin() const
@@ -344,12 +333,7 @@ bool ZTextEdit::hasFrame() const
 void ZTextEdit::setFrame(bool on)
 {
     Z_D(ZTextEdit);
-    QString path = frameImage();
-    if (path.isEmpty())
-        path = QLatin1String(kDefaultFrame);
-    setFrameImage(path);
-    d->frameShown = on;
-    d->frame->setVisible(on);
+    ZEditorHost::showFrame(this, d->frame, d->frameShown, d->proxy, on);
     d->layoutChildren();
 }
 
@@ -364,17 +348,7 @@ void ZTextEdit::setFrameImage(const QString &path)
     Z_D(ZTextEdit);
     if (path.isEmpty())
         return;
-    if (!d->frame) {
-        d->frame = new ZFrameItem(this);
-        d->frame->setObjectName(QStringLiteral("frame"));
-        d->frame->setFrameType(ZFrameItem::GridFour);
-        d->frame->setFrameSwitch(false);
-        d->frame->setAcceptedMouseButtons(Qt::NoButton);
-        d->frame->stackBefore(d->proxy);
-        d->frameShown = true;
-    }
-    if (d->frame->imagePath() != path)
-        d->frame->setImagePath(path);
+    ZEditorHost::setFrameImage(this, d->frame, d->frameShown, d->proxy, path);
     d->layoutChildren();
 }
 
@@ -419,10 +393,7 @@ void ZTextEdit::setEdit()
     Z_D(ZTextEdit);
     d->edit->setReadOnly(false);
     d->edit->setTextInteractionFlags(Qt::TextEditorInteraction);
-    d->proxy->setAcceptedMouseButtons(Qt::LeftButton | Qt::RightButton);
-    d->proxy->setAcceptHoverEvents(true);
-    setDragPolicy(ZWidget::Nothing);
-    setBackgroundColor(QColor(255, 255, 255, 255));
+    ZEditorHost::setInteractive(this, d->proxy, true);
     setFrame(true);
     d->edit->setFocus(Qt::OtherFocusReason);
 }
@@ -431,11 +402,7 @@ void ZTextEdit::setLabel()
 {
     Z_D(ZTextEdit);
     setReadOnly(true);
-    d->proxy->setAcceptedMouseButtons(Qt::NoButton);
-    d->proxy->setAcceptHoverEvents(false);
-    d->proxy->unsetCursor();
-    setDragPolicy(ZWidget::AskParent);
-    setBackgroundColor(QColor(0, 0, 0, 0));
+    ZEditorHost::setInteractive(this, d->proxy, false);
     setFrame(false);
 }
 
