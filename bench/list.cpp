@@ -65,6 +65,30 @@ int liveItems(ZListWidget *list)
     return n;
 }
 
+// One scroll pass: 200 steps over the whole range, each setting the value,
+// letting the pending layout run and rendering; a tree is a list widget too.
+void scrollPass(QGraphicsScene &scene, ZListWidget *list, double *stepMicros, int *mostItems)
+{
+    auto *bar = qobject_cast<ZScrollBar *>(list->verticalScrollBar());
+    QImage image(Width, Height, QImage::Format_ARGB32_Premultiplied);
+    std::vector<double> times;
+    int most = 0;
+    for (int value : stepValues(bar ? int(bar->maximum()) : 0)) {
+        const double start = nowSeconds();
+        if (bar)
+            bar->setValue(value);
+        QCoreApplication::processEvents();
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        scene.render(&painter, QRectF(0, 0, Width, Height), QRectF(0, 0, Width, Height));
+        painter.end();
+        times.push_back(nowSeconds() - start);
+        most = std::max(most, liveItems(list));
+    }
+    *stepMicros = medianOf(times) * 1e6;
+    *mostItems = most;
+}
+
 void runZkit(int rows, double *stepMicros, int *mostItems, double *fillMillis)
 {
     QGraphicsScene scene(0, 0, Width, Height);
@@ -85,24 +109,7 @@ void runZkit(int rows, double *stepMicros, int *mostItems, double *fillMillis)
     *fillMillis = (nowSeconds() - fillStart) * 1000;
     QCoreApplication::processEvents();
 
-    auto *bar = qobject_cast<ZScrollBar *>(list->verticalScrollBar());
-    QImage image(Width, Height, QImage::Format_ARGB32_Premultiplied);
-    std::vector<double> times;
-    int most = 0;
-    for (int value : stepValues(bar ? int(bar->maximum()) : 0)) {
-        const double start = nowSeconds();
-        if (bar)
-            bar->setValue(value);
-        QCoreApplication::processEvents();
-        image.fill(Qt::white);
-        QPainter painter(&image);
-        scene.render(&painter, QRectF(0, 0, Width, Height), QRectF(0, 0, Width, Height));
-        painter.end();
-        times.push_back(nowSeconds() - start);
-        most = std::max(most, liveItems(list));
-    }
-    *stepMicros = medianOf(times) * 1e6;
-    *mostItems = most;
+    scrollPass(scene, list, stepMicros, mostItems);
 }
 
 double runListView(int rows)
@@ -136,37 +143,6 @@ double runListView(int rows)
 // The tree's shape: every group is one node with this many children.
 constexpr int GroupChildren = 99;
 
-int liveTreeItems(ZTreeWidget *tree)
-{
-    int n = 0;
-    for (QGraphicsItem *child : tree->childItems())
-        n += dynamic_cast<ZTreeItem *>(child) ? 1 : 0;
-    return n;
-}
-
-// One scroll pass over \a tree, as for the list.
-void scrollTree(QGraphicsScene &scene, ZTreeWidget *tree, double *stepMicros, int *mostItems)
-{
-    auto *bar = qobject_cast<ZScrollBar *>(tree->verticalScrollBar());
-    QImage image(Width, Height, QImage::Format_ARGB32_Premultiplied);
-    std::vector<double> times;
-    int most = 0;
-    for (int value : stepValues(bar ? int(bar->maximum()) : 0)) {
-        const double start = nowSeconds();
-        if (bar)
-            bar->setValue(value);
-        QCoreApplication::processEvents();
-        image.fill(Qt::white);
-        QPainter painter(&image);
-        scene.render(&painter, QRectF(0, 0, Width, Height), QRectF(0, 0, Width, Height));
-        painter.end();
-        times.push_back(nowSeconds() - start);
-        most = std::max(most, liveTreeItems(tree));
-    }
-    *stepMicros = medianOf(times) * 1e6;
-    *mostItems = most;
-}
-
 void runZkitTree(int nodes, double *stepMicros, int *mostItems, double *fillMillis)
 {
     QGraphicsScene scene(0, 0, Width, Height);
@@ -187,7 +163,7 @@ void runZkitTree(int nodes, double *stepMicros, int *mostItems, double *fillMill
     tree->expandAll();
     QCoreApplication::processEvents();
     *fillMillis = (nowSeconds() - fillStart) * 1000;
-    scrollTree(scene, tree, stepMicros, mostItems);
+    scrollPass(scene, tree, stepMicros, mostItems);
 }
 
 // Groups at the top level, GroupChildren leaves in each; a group's internal

@@ -272,6 +272,17 @@ static qint64 insertAt(ZCommonTreeModel *q, ZCommonTreeModelPrivate *d, const Pl
     return id;
 }
 
+// Inserts one node beside \a sibling: \a offset 0 before it, 1 after it; 0 for an unknown sibling.
+static qint64 insertBeside(ZCommonTreeModel *q, ZCommonTreeModelPrivate *d, qint64 sibling, int offset,
+                           const QMap<Qt::ItemDataRole, QVariant> &data)
+{
+    Node *s = d->node(sibling);
+    if (!s)
+        return 0;
+    QList<Node *> *list = &d->siblings(s);
+    return insertAt(q, d, Place{s->parent, list, list->indexOf(s) + offset}, data);
+}
+
 qint64 ZCommonTreeModel::addChild(qint64 parent, const RowData &data)
 {
     Place place;
@@ -304,12 +315,7 @@ qint64 ZCommonTreeModel::addChild(qint64 parent, const QString &text, const QStr
 
 qint64 ZCommonTreeModel::insertBefore(qint64 sibling, const RowData &data)
 {
-    Node *s = d->node(sibling);
-    if (!s)
-        return 0;
-    Place place{s->parent, &d->siblings(s), 0};
-    place.pos = place.list->indexOf(s);
-    return insertAt(this, d.get(), place, data);
+    return insertBeside(this, d.get(), sibling, 0, data);
 }
 
 qint64 ZCommonTreeModel::insertBefore(qint64 sibling, const QString &text)
@@ -329,12 +335,7 @@ qint64 ZCommonTreeModel::insertBefore(qint64 sibling, const QString &text, const
 
 qint64 ZCommonTreeModel::insertAfter(qint64 sibling, const RowData &data)
 {
-    Node *s = d->node(sibling);
-    if (!s)
-        return 0;
-    Place place{s->parent, &d->siblings(s), 0};
-    place.pos = place.list->indexOf(s) + 1;
-    return insertAt(this, d.get(), place, data);
+    return insertBeside(this, d.get(), sibling, 1, data);
 }
 
 qint64 ZCommonTreeModel::insertAfter(qint64 sibling, const QString &text)
