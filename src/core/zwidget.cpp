@@ -241,6 +241,20 @@ ZWidget::~ZWidget()
     Z_D(ZWidget);
     if (d->removePostedEvents)
         QCoreApplication::removePostedEvents(this);
+    // Children go first, the last one first and the layout before them.
+    // Left to QGraphicsWidget, this widget would leave its parent with its
+    // whole subtree still in place, and the font and palette of every widget
+    // below it would be resolved and announced again - once per level above.
+    if (QGraphicsLayout *l = layout()) {
+        for (QGraphicsItem *item : childItems()) {
+            if (item->isWidget() && static_cast<QGraphicsWidget *>(item)->parentLayoutItem() == l)
+                static_cast<QGraphicsWidget *>(item)->setParentLayoutItem(nullptr);
+        }
+        setLayout(nullptr);
+    }
+    // A child's destructor may take siblings with it: look again each time.
+    while (!childItems().isEmpty())
+        delete childItems().constLast();
 }
 
 void ZWidget::setData(const XMLNode *)

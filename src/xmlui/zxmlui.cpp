@@ -629,6 +629,61 @@ void reportSkippedSubtree(const XMLNode &root)
     }
 }
 
+// A QGraphicsWidget joins its parent's tab focus chain at the end of the
+// parent's part of it, which Qt finds by walking every widget below the
+// parent: filling a container one child at a time costs the square of its
+// size. Panels are kept out of their parent's chain, so while a container
+// of several elements is being filled its new children are panels; when
+// the container is complete they become ordinary widgets again, each put
+// right behind the container - in reverse, which leaves the chain in
+// document order. Every widget is visited once per level above it.
+// Containers that already hold widgets fill the usual way, so that the new
+// children still follow the old ones.
+class FocusChainHold
+{
+public:
+    FocusChainHold(const XMLNode &element, const ZWidget *container)
+        : m_on(container && severalWidgets(element) && !holdsWidgets(container))
+    {
+    }
+
+    void hold(ZWidget *widget)
+    {
+        if (!m_on || widget->isPanel())
+            return;
+        widget->setFlag(QGraphicsItem::ItemIsPanel);
+        m_held.emplace_back(widget);
+    }
+
+    void release()
+    {
+        for (auto it = m_held.rbegin(); it != m_held.rend(); ++it) {
+            // A widget whose attributes made it a window stays a panel.
+            if (*it && !(*it)->isWindow())
+                (*it)->setFlag(QGraphicsItem::ItemIsPanel, false);
+        }
+        m_held.clear();
+    }
+
+private:
+    static bool severalWidgets(const XMLNode &element)
+    {
+        int widgets = 0;
+        for (int i = 0, n = element.nChildNode(); i < n && widgets < 2; ++i)
+            widgets += std::strchr(element.getChildNode(i).getName(), ':') ? 0 : 1;
+        return widgets >= 2;
+    }
+
+    static bool holdsWidgets(const ZWidget *container)
+    {
+        const QList<QGraphicsItem *> children = container->childItems();
+        return std::any_of(children.begin(), children.end(), [](QGraphicsItem *c) { return c->isWidget(); });
+    }
+
+    bool m_on;
+    std::vector<QPointer<ZWidget>> m_held;
+};
+
 // Creates the widget elements among the children of \a parentElement into
 // \a parent, depth first in document order, without recursion: each element
 // is added to its parent before its attributes are set, its children follow,
@@ -643,12 +698,14 @@ void createChildren(const XMLNode &parentElement, ZWidget *parent)
         QPointer<ZWidget> container; // where the children go
         int next;
         int depth;
+        FocusChainHold held;
     };
     std::vector<Frame> stack;
-    stack.push_back({parentElement, nullptr, parent, 0, 0});
+    stack.push_back({parentElement, nullptr, parent, 0, 0, FocusChainHold(parentElement, parent)});
     while (!stack.empty()) {
         Frame &frame = stack.back();
         if (frame.next >= frame.element.nChildNode() || !frame.container) {
+            frame.held.release();
             QPointer<ZWidget> done = frame.widget;
             stack.pop_back();
             if (done)
@@ -680,6 +737,7 @@ void createChildren(const XMLNode &parentElement, ZWidget *parent)
             reportSkippedSubtree(element);
             continue;
         }
+        frame.held.hold(widget);
         const int depth = frame.depth + 1;
         QPointer<ZWidget> guard(widget);
         frame.container->addItem(widget);
@@ -688,7 +746,8 @@ void createChildren(const XMLNode &parentElement, ZWidget *parent)
         if (!guard)
             continue;
         // frame is not used past this point: the push may move it.
-        stack.push_back({element, guard, widget->layoutWidget(), 0, depth});
+        ZWidget *container = widget->layoutWidget();
+        stack.push_back({element, guard, container, 0, depth, FocusChainHold(element, container)});
     }
 }
 

@@ -1,0 +1,174 @@
+// Keyboard focus in loaded windows: Tab walks the controls in document
+// order, however the loader built the containers, and a field that the
+// document focuses keeps the focus when the window comes up.
+
+#include "zwidget.h"
+#include "zwindow.h"
+#include "zxmlui.h"
+
+#include <QtTest/QtTest>
+#include <QtWidgets/QGraphicsScene>
+#include <QtWidgets/QGraphicsWidget>
+
+class tst_FocusChain : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void tabFollowsDocumentOrder_data();
+    void tabFollowsDocumentOrder();
+    void loadIntoPopulatedWidgetAppends();
+    void documentFocusSurvivesLoad();
+    void deleteTakesChildrenFirst();
+};
+
+namespace {
+
+// Every ZWidget named in \a names takes tab focus.
+void makeFocusable(QGraphicsItem *root, const QStringList &names)
+{
+    for (QGraphicsItem *item : root->childItems()) {
+        if (item->isWidget()) {
+            auto *w = static_cast<QGraphicsWidget *>(item);
+            if (names.contains(w->objectName()))
+                w->setFocusPolicy(Qt::StrongFocus);
+        }
+        makeFocusable(item, names);
+    }
+}
+
+// The names of the widgets Tab (or Backtab) visits, starting from \a first.
+QStringList tabWalk(QGraphicsScene *scene, QGraphicsWidget *first, int steps, Qt::Key key = Qt::Key_Tab)
+{
+    QEvent activate(QEvent::WindowActivate);
+    QCoreApplication::sendEvent(scene, &activate);
+    scene->setFocusItem(first, Qt::OtherFocusReason);
+    QStringList visited;
+    for (int i = 0; i < steps && scene->focusItem(); ++i) {
+        visited << static_cast<QGraphicsWidget *>(scene->focusItem())->objectName();
+        QKeyEvent tab(QEvent::KeyPress, key, Qt::NoModifier);
+        QCoreApplication::sendEvent(scene, &tab);
+    }
+    return visited;
+}
+
+QGraphicsWidget *findWidget(QGraphicsItem *root, const QString &name)
+{
+    for (QGraphicsItem *item : root->childItems()) {
+        if (item->isWidget() && static_cast<QGraphicsWidget *>(item)->objectName() == name)
+            return static_cast<QGraphicsWidget *>(item);
+        if (QGraphicsWidget *found = findWidget(item, name))
+            return found;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+void tst_FocusChain::tabFollowsDocumentOrder_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<QStringList>("order");
+
+    const QStringList abcd{"a", "b", "c", "d"};
+    QTest::newRow("flat") << QByteArray("<ZWidget objectName='a'/><ZWidget objectName='b'/>"
+                                        "<ZWidget objectName='c'/><ZWidget objectName='d'/>")
+                          << abcd;
+    QTest::newRow("rows") << QByteArray("<ZWidget layout='VBox'>"
+                                        "<ZWidget layout='HBox'><ZWidget objectName='a'/><ZWidget objectName='b'/></ZWidget>"
+                                        "<ZWidget layout='HBox'><ZWidget objectName='c'/><ZWidget objectName='d'/></ZWidget>"
+                                        "</ZWidget>")
+                          << abcd;
+    // Single children, actions between widgets, a container that is itself
+    // focusable and deeper nesting on one side.
+    QTest::newRow("mixed") << QByteArray("<ZWidget layout='VBox'>"
+                                         "<ZWidget><ZWidget objectName='a'/></ZWidget>"
+                                         "<ZWidget objectName='b' layout='HBox'><x:invoke function='update'/>"
+                                         "<ZWidget><ZWidget><ZWidget objectName='c'/><ZWidget/></ZWidget></ZWidget>"
+                                         "<ZPushButton objectName='d'/></ZWidget>"
+                                         "<ZWidget objectName='e'/>"
+                                         "</ZWidget>")
+                           << QStringList{"a", "b", "c", "d", "e"};
+}
+
+void tst_FocusChain::tabFollowsDocumentOrder()
+{
+    QFETCH(QByteArray, body);
+    QFETCH(QStringList, order);
+    QScopedPointer<ZWindow> window(ZXmlUI::windowFromMemory("<uitree><ZWindow>" + body + "</ZWindow></uitree>"));
+    QVERIFY(window);
+    makeFocusable(window->rootWidget(), order);
+    QGraphicsWidget *first = findWidget(window->rootWidget(), order.first());
+    QGraphicsWidget *last = findWidget(window->rootWidget(), order.last());
+    QVERIFY(first && last);
+    QCOMPARE(tabWalk(window->scene(), first, order.size()), order);
+    QStringList backwards = order;
+    std::reverse(backwards.begin(), backwards.end());
+    QCOMPARE(tabWalk(window->scene(), last, order.size(), Qt::Key_Backtab), backwards);
+    // Nothing the loader did is left behind as a panel.
+    for (QGraphicsItem *item : window->scene()->items())
+        QVERIFY2(!item->isPanel(), qPrintable(static_cast<QGraphicsWidget *>(item)->objectName()));
+}
+
+void tst_FocusChain::loadIntoPopulatedWidgetAppends()
+{
+    ZWindow window;
+    auto *old = new ZWidget;
+    old->setObjectName("old");
+    window.rootWidget()->addItem(old);
+    QVERIFY(ZXmlUI::widgetFromMemory("<uitree><ZWidget objectName='n1'/><ZWidget objectName='n2'/></uitree>",
+                                     window.rootWidget()));
+    makeFocusable(window.rootWidget(), {"old", "n1", "n2"});
+    QCOMPARE(tabWalk(window.scene(), old, 3), (QStringList{"old", "n1", "n2"}));
+}
+
+void tst_FocusChain::documentFocusSurvivesLoad()
+{
+    QScopedPointer<ZWindow> window(ZXmlUI::windowFromMemory(
+        "<uitree><ZWindow><ZWidget layout='VBox'>"
+        "<ZLineEdit objectName='one'/><ZLineEdit objectName='two' focus='true'/><ZLineEdit objectName='three'/>"
+        "</ZWidget></ZWindow></uitree>"));
+    QVERIFY(window);
+    window->resize(300, 200);
+    window->show();
+    window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(window.data()));
+    QGraphicsItem *focused = window->scene()->focusItem();
+    QVERIFY(focused);
+    QVERIFY(focused->parentItem());
+    QCOMPARE(static_cast<QGraphicsWidget *>(focused->parentItem())->objectName(), QStringLiteral("two"));
+}
+
+// A widget takes its subtree down before it leaves its parent; a child whose
+// destructor takes a sibling with it must not leave a dangling item behind.
+class SiblingKiller : public ZWidget
+{
+public:
+    using ZWidget::ZWidget;
+    ~SiblingKiller() override { delete victim; }
+    ZWidget *victim = nullptr;
+};
+
+void tst_FocusChain::deleteTakesChildrenFirst()
+{
+    QGraphicsScene scene;
+    auto *top = new ZWidget;
+    top->setLayoutType(ZWidget::VBox);
+    scene.addItem(top);
+    auto *victim = new ZWidget;
+    top->addItem(victim);
+    auto *killer = new SiblingKiller;
+    top->addItem(killer);
+    killer->victim = victim;
+    auto *grandchild = new ZWidget(killer);
+    QPointer<ZWidget> watchVictim(victim), watchGrandchild(grandchild);
+    QSignalSpy topGone(top, &QObject::destroyed);
+    delete top;
+    QCOMPARE(topGone.size(), 1);
+    QVERIFY(!watchVictim);
+    QVERIFY(!watchGrandchild);
+    QVERIFY(scene.items().isEmpty());
+}
+
+QTEST_MAIN(tst_FocusChain)
+#include "tst_focuschain.moc"
