@@ -15,7 +15,7 @@
 #include <QGraphicsItem>
 #include <QImage>
 #include <QLayout>
-#include <QPainter>
+#include <QResizeEvent>
 #include <QUiLoader>
 #include <QWidget>
 
@@ -90,6 +90,15 @@ QSize windowSize(int controls)
     return QSize(Width, (controls + PerRow - 1) / PerRow * RowHeight);
 }
 
+// A hidden widget keeps its resize pending until it is shown or drawn; the
+// window is sized as showing it would, before its layout runs.
+void resizeHidden(QWidget *widget, const QSize &size)
+{
+    widget->resize(size);
+    QResizeEvent event(size, QSize());
+    QCoreApplication::sendEvent(widget, &event);
+}
+
 // Each build checks its own result, so that a build that quietly made less
 // than was asked for cannot look fast.
 bool buildZkit(const QByteArray &document, int controls)
@@ -97,16 +106,15 @@ bool buildZkit(const QByteArray &document, int controls)
     ZWindow *window = ZXmlUI::windowFromMemory(document);
     if (!window)
         return false;
-    window->resize(windowSize(controls));
+    resizeHidden(window, windowSize(controls));
     // Laid out as the event loop would: pending layout requests first.
     QCoreApplication::sendPostedEvents();
     window->rootWidget()->activateLayout();
     QImage image(window->size(), QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::white);
-    {
-        QPainter painter(&image);
-        window->render(&painter);
-    }
+    // As the peer is drawn: the widget with its children, at one to one
+    // (QGraphicsView::render would scale its viewport into the image).
+    window->QWidget::render(&image);
     // What the event loop would have delivered before the window closes.
     QCoreApplication::sendPostedEvents();
     const QList<QGraphicsItem *> top = window->rootWidget()->childItems();
@@ -123,7 +131,7 @@ bool buildUiLoader(QUiLoader &loader, const QByteArray &document, int controls)
     QWidget *form = loader.load(&buffer);
     if (!form)
         return false;
-    form->resize(windowSize(controls));
+    resizeHidden(form, windowSize(controls));
     QCoreApplication::sendPostedEvents();
     form->layout()->activate();
     QImage image(form->size(), QImage::Format_ARGB32_Premultiplied);

@@ -255,6 +255,11 @@ ZWidget::~ZWidget()
     // A child's destructor may take siblings with it: look again each time.
     while (!childItems().isEmpty())
         delete childItems().constLast();
+    // Leave the parent while still a ZWidget, so that event() can pass over
+    // the parent change: its font and palette would be resolved and
+    // announced for nothing.
+    d->dying = true;
+    setParentItem(nullptr);
 }
 
 void ZWidget::setData(const XMLNode *)
@@ -574,10 +579,16 @@ qreal ZWidget::fixWidth() const
     return d_func()->fixWidth;
 }
 
+// NaN and negatives unset a fixed extent.
+static qreal fixExtent(qreal value)
+{
+    return value >= 0 ? qMin(value, qreal(QWIDGETSIZE_MAX)) : -1;
+}
+
 void ZWidget::setFixWidth(qreal width)
 {
     Z_D(ZWidget);
-    width = width >= 0 ? qMin(width, qreal(QWIDGETSIZE_MAX)) : -1; // NaN and negatives unset
+    width = fixExtent(width);
     if (d->fixWidth == width)
         return;
     d->fixWidth = width;
@@ -594,7 +605,7 @@ qreal ZWidget::fixHeight() const
 void ZWidget::setFixHeight(qreal height)
 {
     Z_D(ZWidget);
-    height = height >= 0 ? qMin(height, qreal(QWIDGETSIZE_MAX)) : -1; // NaN and negatives unset
+    height = fixExtent(height);
     if (d->fixHeight == height)
         return;
     d->fixHeight = height;
@@ -610,8 +621,20 @@ QSizeF ZWidget::fixSize() const
 
 void ZWidget::setFixSize(const QSizeF &size)
 {
-    setFixWidth(size.width());
-    setFixHeight(size.height());
+    Z_D(ZWidget);
+    const qreal width = fixExtent(size.width());
+    const qreal height = fixExtent(size.height());
+    if (d->fixWidth == width || d->fixHeight == height) {
+        setFixWidth(width);
+        setFixHeight(height);
+        return;
+    }
+    // Both change: one geometry update per constraint rather than two.
+    d->fixWidth = width;
+    d->fixHeight = height;
+    setMinimumSize(width, height);
+    setPreferredSize(width, height);
+    setMaximumSize(width, height);
 }
 
 bool ZWidget::sizeToChild() const
@@ -1233,6 +1256,8 @@ QVariant ZWidget::itemChange(GraphicsItemChange change, const QVariant &value)
 
 bool ZWidget::event(QEvent *event)
 {
+    if (event->type() == QEvent::ParentChange && d_func()->dying)
+        return true;
     if (event->type() == QEvent::LayoutRequest && d_func()->idealPending)
         resetSizeHint();
     return QGraphicsWidget::event(event);

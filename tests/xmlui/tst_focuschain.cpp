@@ -7,6 +7,7 @@
 #include "zxmlui.h"
 
 #include <QtTest/QtTest>
+#include <QtWidgets/QGraphicsLayout>
 #include <QtWidgets/QGraphicsScene>
 #include <QtWidgets/QGraphicsWidget>
 
@@ -161,7 +162,20 @@ void tst_FocusChain::deleteTakesChildrenFirst()
     top->addItem(killer);
     killer->victim = victim;
     auto *grandchild = new ZWidget(killer);
+    auto *bystander = new ZWidget;
+    top->addItem(bystander);
     QPointer<ZWidget> watchVictim(victim), watchGrandchild(grandchild);
+
+    // One child deleted on its own leaves its parent's layout in order.
+    auto *single = new ZWidget;
+    top->addItem(single);
+    QCOMPARE(top->layout()->count(), 4);
+    delete single;
+    QCOMPARE(top->layout()->count(), 3);
+    top->resize(100, 300);
+    top->activateLayout();
+    QCOMPARE(bystander->geometry().width(), 100.0);
+
     QSignalSpy topGone(top, &QObject::destroyed);
     delete top;
     QCOMPARE(topGone.size(), 1);
