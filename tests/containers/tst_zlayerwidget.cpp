@@ -1,7 +1,6 @@
 // The layer widget: children stacked on each other, each filling it.
 
 #include "zlayerwidget.h"
-#include "zxmlui.h"
 
 #include <QGraphicsScene>
 #include <QtTest>
@@ -10,150 +9,97 @@ class tst_ZLayerWidget : public QObject
 {
     Q_OBJECT
 
+    QGraphicsScene m_scene;
+    ZLayerWidget *m_layers = nullptr;
+    QList<ZWidget *> m_children;
+
 private slots:
+    void init()
+    {
+        m_layers = new ZLayerWidget;
+        m_scene.addItem(m_layers);
+        m_children = {new ZWidget, new ZWidget, new ZWidget};
+        for (ZWidget *w : std::as_const(m_children))
+            m_layers->addItem(w);
+    }
+    void cleanup() { m_scene.clear(); }
+
     void layersFillTheWidget()
     {
-        QGraphicsScene scene;
-        auto *layers = new ZLayerWidget;
-        scene.addItem(layers);
-        layers->setMargins(QMargins(2, 3, 4, 5));
-        layers->setGeometry(QRectF(10, 10, 100, 60));
-        auto *a = new ZWidget;
-        auto *b = new ZWidget;
-        layers->addItem(a);
-        layers->addItem(b);
-        QCOMPARE(a->geometry(), QRectF(2, 3, 94, 52));
-        QCOMPARE(b->geometry(), QRectF(2, 3, 94, 52));
-        layers->resize(50, 40);
-        QCOMPARE(a->geometry(), QRectF(2, 3, 44, 32));
-        QCOMPARE(b->geometry(), a->geometry());
+        m_children.at(1)->setFixSize(QSizeF(10, 10));
+        m_layers->setMargins(QMargins(2, 3, 4, 5));
+        m_layers->setGeometry(QRectF(10, 10, 100, 60));
+        QCOMPARE(m_children.at(0)->geometry(), QRectF(2, 3, 94, 52));
+        QCOMPARE(m_children.at(2)->geometry(), QRectF(2, 3, 94, 52));
+        // A fixed-size layer keeps its size, at the corner.
+        QCOMPARE(m_children.at(1)->geometry(), QRectF(2, 3, 10, 10));
+        m_layers->resize(50, 40);
+        QCOMPARE(m_children.at(2)->geometry(), QRectF(2, 3, 44, 32));
         // Smaller than the margins: empty, not negative.
-        layers->resize(3, 3);
-        QCOMPARE(b->size(), QSizeF(0, 0));
+        m_layers->resize(3, 3);
+        QCOMPARE(m_children.at(0)->size(), QSizeF(0, 0));
+        // The layers are the layout.
+        m_layers->setLayoutType(ZWidget::VBox);
+        QCOMPARE(m_layers->layoutType(), ZWidget::None);
     }
 
     void orderAndStacking()
     {
-        QGraphicsScene scene;
-        auto *layers = new ZLayerWidget;
-        scene.addItem(layers);
-        layers->resize(40, 40);
-        auto *a = new ZWidget;
-        auto *b = new ZWidget;
-        auto *c = new ZWidget;
-        auto *d = new ZWidget;
-        layers->addItem(a);
-        layers->addItem(b);
-        layers->insertItem(c, 0);
-        layers->insertItem(d, 99); // out of range: appended
-        layers->insertItem(a, 3);  // already a layer: stays
-        QCOMPARE(layers->count(), 4);
-        const QList<ZWidget *> expected{c, a, b, d};
-        for (int i = 0; i < expected.size(); ++i) {
-            QCOMPARE(layers->widget(i), expected.at(i));
-            QCOMPARE(layers->indexOf(expected.at(i)), i);
-        }
-        QCOMPARE(layers->widget(-1), nullptr);
-        QCOMPARE(layers->widget(4), nullptr);
-        QCOMPARE(layers->indexOf(nullptr), -1);
+        ZWidget *a = m_children.at(0), *b = m_children.at(1), *first = new ZWidget, *last = new ZWidget;
+        delete m_children.at(2);
+        m_layers->resize(40, 40);
+        m_layers->insertItem(first, 0);
+        m_layers->insertItem(last, 99); // out of range: appended
+        m_layers->insertItem(a, 3);     // already a layer: stays
+        const QList<ZWidget *> expected{first, a, b, last};
+        QCOMPARE(m_layers->count(), 4);
+        for (int i = 0; i < expected.size(); ++i)
+            QVERIFY(m_layers->widget(i) == expected.at(i) && m_layers->indexOf(expected.at(i)) == i);
+        QVERIFY(!m_layers->widget(-1) && !m_layers->widget(4) && m_layers->indexOf(nullptr) == -1);
         // The last layer is on top, the inserted one at the bottom.
-        const QList<QGraphicsItem *> hits = scene.items(QPointF(20, 20), Qt::IntersectsItemShape, Qt::DescendingOrder);
-        QCOMPARE(hits.size(), 5);
-        QCOMPARE(hits.at(0), static_cast<QGraphicsItem *>(d));
-        QCOMPARE(hits.at(1), static_cast<QGraphicsItem *>(b));
-        QCOMPARE(hits.at(2), static_cast<QGraphicsItem *>(a));
-        QCOMPARE(hits.at(3), static_cast<QGraphicsItem *>(c));
+        QCOMPARE(m_scene.items(QPointF(20, 20), Qt::IntersectsItemShape, Qt::DescendingOrder),
+                 (QList<QGraphicsItem *>{last, b, a, first, m_layers}));
     }
 
-    void refusedItems()
+    void refusedAndLeaving()
     {
-        QGraphicsScene scene;
-        auto *outer = new ZLayerWidget;
-        scene.addItem(outer);
         auto *inner = new ZLayerWidget;
-        outer->addItem(inner);
+        m_layers->addItem(inner);
         inner->addItem(nullptr);
         inner->addItem(inner);
-        inner->addItem(outer); // an ancestor
+        inner->addItem(m_layers); // an ancestor
         QCOMPARE(inner->count(), 0);
-        QCOMPARE(outer->count(), 1);
-        QCOMPARE(outer->parentItem(), nullptr);
-    }
-
-    void layersLeave()
-    {
-        QGraphicsScene scene;
-        auto *layers = new ZLayerWidget;
-        scene.addItem(layers);
+        QCOMPARE(m_layers->parentItem(), nullptr);
+        delete inner;
+        m_layers->removeItem(m_children.at(0));
+        QCOMPARE(m_layers->count(), 2);
+        QVERIFY(!m_children.at(0)->parentItem() && !m_children.at(0)->parent());
+        delete m_children.at(0);
+        delete m_children.at(1); // deleted by someone else
         auto *elsewhere = new ZWidget;
-        scene.addItem(elsewhere);
-        QPointer<ZWidget> a = new ZWidget;
-        auto *b = new ZWidget;
-        auto *c = new ZWidget;
-        auto *d = new ZWidget;
-        for (ZWidget *w : {a.data(), b, c, d})
-            layers->addItem(w);
-
-        layers->removeItem(a);
-        QCOMPARE(layers->count(), 3);
-        QCOMPARE(a->parentItem(), nullptr);
-        QCOMPARE(a->parent(), nullptr);
-        delete a.data();
-
-        delete c; // deleted by someone else
-        QCOMPARE(layers->count(), 2);
-        d->setParentItem(elsewhere); // moved by someone else
-        QCOMPARE(layers->count(), 1);
-        QCOMPARE(layers->widget(0), b);
-
-        layers->removeItem(d); // no longer a layer: untouched
-        QCOMPARE(d->parentItem(), elsewhere);
+        m_scene.addItem(elsewhere);
+        m_children.at(2)->setParentItem(elsewhere); // moved by someone else
+        QCOMPARE(m_layers->count(), 0);
+        m_layers->removeItem(m_children.at(2)); // no longer a layer: untouched
+        QCOMPARE(m_children.at(2)->parentItem(), elsewhere);
     }
 
     void sizeFollowsLargestLayer()
     {
-        QGraphicsScene scene;
-        auto *layers = new ZLayerWidget;
-        scene.addItem(layers);
-        layers->setMargins(QMargins(1, 1, 1, 1));
-        auto *a = new ZWidget;
-        a->setMinimumSize(10, 30);
-        a->setPreferredSize(50, 40);
-        auto *b = new ZWidget;
-        b->setMinimumSize(20, 5);
-        b->setPreferredSize(30, 60);
-        layers->addItem(a);
-        layers->addItem(b);
-        QCOMPARE(layers->effectiveSizeHint(Qt::MinimumSize), QSizeF(22, 32));
-        QCOMPARE(layers->effectiveSizeHint(Qt::PreferredSize), QSizeF(52, 62));
-        delete b;
-        QCOMPARE(layers->effectiveSizeHint(Qt::PreferredSize), QSizeF(52, 42));
+        m_layers->setMargins(QMargins(1, 1, 1, 1));
+        delete m_children.at(2);
+        m_children.at(0)->setMinimumSize(10, 30);
+        m_children.at(0)->setPreferredSize(50, 40);
+        m_children.at(1)->setMinimumSize(20, 5);
+        m_children.at(1)->setPreferredSize(30, 60);
+        QCoreApplication::processEvents();
+        QCOMPARE(m_layers->effectiveSizeHint(Qt::MinimumSize), QSizeF(22, 32));
+        QCOMPARE(m_layers->effectiveSizeHint(Qt::PreferredSize), QSizeF(52, 62));
+        delete m_children.at(1);
+        QCOMPARE(m_layers->effectiveSizeHint(Qt::PreferredSize), QSizeF(52, 42));
         // Explicit hints still win.
-        layers->setFixWidth(15);
-        QCOMPARE(layers->effectiveSizeHint(Qt::PreferredSize).width(), 15.0);
-    }
-
-    void fromDocument()
-    {
-        QGraphicsScene scene;
-        auto *root = new ZWidget;
-        scene.addItem(root);
-        const QByteArray doc = R"(<uitree>
-  <ZLayerWidget objectName="layers" layout="VBox" margins="4,4,4,4">
-    <ZWidget objectName="a"/>
-    <ZWidget objectName="b" fixSize="10,10"/>
-  </ZLayerWidget>
-</uitree>)";
-        QVERIFY(ZXmlUI::widgetFromMemory(doc, root));
-        auto *layers = qobject_cast<ZLayerWidget *>(root->findObject(QStringLiteral("layers")));
-        QVERIFY(layers);
-        QCOMPARE(layers->count(), 2);
-        QCOMPARE(layers->layoutType(), ZWidget::None);
-        QCOMPARE(layers->widget(0)->objectName(), QStringLiteral("a"));
-        layers->resize(100, 50);
-        QCOMPARE(layers->widget(0)->geometry(), QRectF(4, 4, 92, 42));
-        // A fixed-size layer keeps its size, placed at the corner.
-        QCOMPARE(layers->widget(1)->geometry(), QRectF(4, 4, 10, 10));
+        m_layers->setFixWidth(15);
+        QCOMPARE(m_layers->effectiveSizeHint(Qt::PreferredSize).width(), 15.0);
     }
 };
 

@@ -2,32 +2,36 @@
 // changes, and where the pages stand while one slides in.
 
 #include "zstackedwidget.h"
-#include "zxmlui.h"
 
-#include "../items/animationclock.h"
+#include "common/animationclock.h"
 
 #include <QGraphicsScene>
 #include <QtTest>
 
 namespace {
 
+// A 100x50 stack of \a pages named by their order, sliding in 200 ms, linear.
 struct Fixture
 {
+    AnimationClock clock;
     QGraphicsScene scene;
     ZStackedWidget *stack = new ZStackedWidget;
-    QList<QPointer<ZWidget>> made; // every page ever added, by the name of its order
+    int made = 0;
 
-    Fixture()
+    explicit Fixture(int pages = 0)
     {
         scene.addItem(stack);
         stack->setGeometry(QRectF(0, 0, 100, 50));
+        stack->setDuration(200);
+        stack->setEasing(QEasingCurve::Linear);
+        for (int i = 0; i < pages; ++i)
+            stack->addItem(page());
     }
 
     ZWidget *page()
     {
         auto *w = new ZWidget;
-        w->setObjectName(QString::number(made.size()));
-        made.append(w);
+        w->setObjectName(QString::number(made++));
         return w;
     }
 };
@@ -72,8 +76,7 @@ private slots:
         Fixture f;
         f.stack->setAnimated(false);
         QSignalSpy spy(f.stack, &ZStackedWidget::currentChanged);
-        const QStringList list = steps.split(QLatin1Char(' '));
-        for (const QString &step : list) {
+        for (const QString &step : steps.split(QLatin1Char(' '))) {
             const int k = step.mid(1).toInt();
             switch (step.at(0).toLatin1()) {
             case '+': f.stack->addItem(f.page()); break;
@@ -107,19 +110,18 @@ private slots:
         QTest::addColumn<Qt::Orientation>("orientation");
         QTest::addColumn<int>("from");
         QTest::addColumn<int>("to");
-        QTest::addColumn<QList<int>>("steps");       // clock steps in ms
+        QTest::addColumn<QList<int>>("steps");        // clock steps in ms
         QTest::addColumn<QList<QPointF>>("incoming"); // the new page after each step
         QTest::addColumn<QList<QPointF>>("outgoing"); // the old page after each step
-        // 100 x 50, 200 ms, linear.
         QTest::newRow("forward from the right")
-            << Qt::Horizontal << 0 << 2 << QList<int>{50, 100}
-            << QList<QPointF>{QPointF(75, 0), QPointF(25, 0)} << QList<QPointF>{QPointF(-25, 0), QPointF(-75, 0)};
+            << Qt::Horizontal << 0 << 2 << QList<int>{50, 100} << QList<QPointF>{{75, 0}, {25, 0}}
+            << QList<QPointF>{{-25, 0}, {-75, 0}};
         QTest::newRow("back from the left")
-            << Qt::Horizontal << 2 << 1 << QList<int>{50, 100}
-            << QList<QPointF>{QPointF(-75, 0), QPointF(-25, 0)} << QList<QPointF>{QPointF(25, 0), QPointF(75, 0)};
+            << Qt::Horizontal << 2 << 1 << QList<int>{50, 100} << QList<QPointF>{{-75, 0}, {-25, 0}}
+            << QList<QPointF>{{25, 0}, {75, 0}};
         QTest::newRow("forward from below")
-            << Qt::Vertical << 1 << 2 << QList<int>{100, 50}
-            << QList<QPointF>{QPointF(0, 25), QPointF(0, 12.5)} << QList<QPointF>{QPointF(0, -25), QPointF(0, -37.5)};
+            << Qt::Vertical << 1 << 2 << QList<int>{100, 50} << QList<QPointF>{{0, 25}, {0, 12.5}}
+            << QList<QPointF>{{0, -25}, {0, -37.5}};
     }
     void slide()
     {
@@ -129,41 +131,29 @@ private slots:
         QFETCH(QList<int>, steps);
         QFETCH(QList<QPointF>, incoming);
         QFETCH(QList<QPointF>, outgoing);
-        AnimationClock clock;
-        Fixture f;
-        for (int i = 0; i < 3; ++i)
-            f.stack->addItem(f.page());
+        Fixture f(3);
         f.stack->setAnimated(false);
         f.stack->setCurrentIndex(from);
         f.stack->setAnimated(true);
-        f.stack->setDuration(200);
-        f.stack->setEasing(QEasingCurve::Linear);
         f.stack->setSlideOrientation(orientation);
         QSignalSpy finished(f.stack, &ZStackedWidget::slideFinished);
-        ZWidget *in = f.stack->widget(to);
-        ZWidget *out = f.stack->widget(from);
-
+        ZWidget *in = f.stack->widget(to), *out = f.stack->widget(from);
         f.stack->setCurrentIndex(to);
         QCOMPARE(f.stack->currentIndex(), to); // the index moves at once
         QVERIFY(f.stack->isSliding());
         QVERIFY(in->isVisible() && out->isVisible());
         for (int i = 0; i < steps.size(); ++i) {
-            clock.step(steps.at(i));
+            f.clock.step(steps.at(i));
             QCOMPARE(in->pos(), incoming.at(i));
             QCOMPARE(out->pos(), outgoing.at(i));
         }
         QCOMPARE(finished.size(), 0);
-        clock.step(200);
+        f.clock.step(200);
         QVERIFY(!f.stack->isSliding());
         QCOMPARE(finished.size(), 1);
         QCOMPARE(in->geometry(), QRectF(0, 0, 100, 50));
-        QVERIFY(!out->isVisible());
-        QCOMPARE(out->pos(), QPointF(0, 0));
-        // Pages other than the two never showed.
-        for (int i = 0; i < 3; ++i) {
-            if (i != from && i != to)
-                QVERIFY(!f.stack->widget(i)->isVisible());
-        }
+        QVERIFY(!out->isVisible() && out->pos() == QPointF(0, 0));
+        QVERIFY(!f.stack->widget(3 - from - to)->isVisible()); // the third page never showed
     }
 
     void noSlide_data()
@@ -178,10 +168,7 @@ private slots:
     void noSlide()
     {
         QFETCH(QString, why);
-        AnimationClock clock;
-        Fixture f;
-        f.stack->addItem(f.page());
-        f.stack->addItem(f.page());
+        Fixture f(2);
         if (why == QLatin1String("animated"))
             f.stack->setAnimated(false);
         else if (why == QLatin1String("duration"))
@@ -195,73 +182,56 @@ private slots:
         f.stack->setCurrentIndex(1);
         QVERIFY(!f.stack->isSliding());
         QCOMPARE(f.stack->widget(1)->pos(), QPointF(0, 0));
-        QVERIFY(f.stack->widget(1)->isVisible() || why == QLatin1String("hidden"));
-        QVERIFY(!f.stack->widget(0)->isVisible());
+        QVERIFY(f.stack->widget(1)->isVisibleTo(f.stack) && !f.stack->widget(0)->isVisibleTo(f.stack));
         if (why == QLatin1String("scene"))
             delete f.stack;
     }
 
     void slideCutShort()
     {
-        AnimationClock clock;
-        Fixture f;
-        for (int i = 0; i < 3; ++i)
-            f.stack->addItem(f.page());
-        f.stack->setDuration(200);
-        f.stack->setEasing(QEasingCurve::Linear);
+        Fixture f(3);
         QSignalSpy finished(f.stack, &ZStackedWidget::slideFinished);
-
         // Hiding ends the slide at once.
         f.stack->setCurrentIndex(1);
-        clock.step(50);
+        f.clock.step(50);
         f.stack->hide();
         QVERIFY(!f.stack->isSliding());
         QCOMPARE(finished.size(), 1);
         QCOMPARE(f.stack->widget(1)->pos(), QPointF(0, 0));
         f.stack->show();
         QVERIFY(!f.stack->widget(0)->isVisible());
-
         // A new index ends the running slide and starts another.
         f.stack->setCurrentIndex(2);
-        clock.step(50);
+        f.clock.step(50);
         f.stack->setCurrentIndex(0);
         QCOMPARE(finished.size(), 2);
         QVERIFY(!f.stack->widget(1)->isVisible());
         QCOMPARE(f.stack->widget(2)->pos().x(), 0.0); // it comes back from the left edge
-        clock.step(50);
+        f.clock.step(50);
         QCOMPARE(f.stack->widget(0)->pos(), QPointF(-75, 0));
         QCOMPARE(f.stack->widget(2)->pos(), QPointF(25, 0));
-
         // Resizing ends it too.
         f.stack->resize(80, 40);
         QVERIFY(!f.stack->isSliding());
         QCOMPARE(f.stack->widget(0)->geometry(), QRectF(0, 0, 80, 40));
     }
 
-    void pagesDeletedMidSlide_data()
-    {
-        QTest::addColumn<bool>("deleteIncoming");
-        QTest::newRow("incoming") << true;
-        QTest::newRow("outgoing") << false;
-    }
+    // Deleting the page coming in shows the one after it; deleting the old
+    // one leaves the new one, now at index 0.
     void pagesDeletedMidSlide()
     {
-        QFETCH(bool, deleteIncoming);
-        AnimationClock clock;
-        Fixture f;
-        for (int i = 0; i < 3; ++i)
-            f.stack->addItem(f.page());
-        f.stack->setCurrentIndex(1);
-        clock.step(30);
-        delete f.stack->widget(deleteIncoming ? 1 : 0);
-        QVERIFY(!f.stack->isSliding());
-        clock.step(300);
-        QCOMPARE(f.stack->count(), 2);
-        // Deleting the page coming in shows the one after it; deleting the
-        // old one leaves the new one, now at index 0.
-        QCOMPARE(f.stack->currentWidget()->objectName(), deleteIncoming ? QStringLiteral("2") : QStringLiteral("1"));
-        QCOMPARE(f.stack->currentWidget()->geometry(), QRectF(0, 0, 100, 50));
-        QVERIFY(f.stack->currentWidget()->isVisible());
+        for (const bool incoming : {true, false}) {
+            Fixture f(3);
+            f.stack->setCurrentIndex(1);
+            f.clock.step(30);
+            delete f.stack->widget(incoming ? 1 : 0);
+            QVERIFY(!f.stack->isSliding());
+            f.clock.step(300);
+            QCOMPARE(f.stack->count(), 2);
+            QCOMPARE(f.stack->currentWidget()->objectName(), QString::number(incoming ? 2 : 1));
+            QCOMPARE(f.stack->currentWidget()->geometry(), QRectF(0, 0, 100, 50));
+            QVERIFY(f.stack->currentWidget()->isVisible());
+        }
     }
 
     void garbageSettings()
@@ -279,30 +249,18 @@ private slots:
         QCOMPARE(stack.currentIndex(), -1);
     }
 
-    void fromDocument()
+    // An index set before the pages exist (as a document sets it) waits for
+    // them, and construct() applies it without a slide.
+    void indexBeforePages()
     {
-        QGraphicsScene scene;
-        auto *root = new ZWidget;
-        scene.addItem(root);
-        const QByteArray doc = R"(<uitree>
-  <ZStackedWidget objectName="stack" currentIndex="2" duration="120" easing="InOutQuad" slideOrientation="Vertical">
-    <ZWidget objectName="a"/>
-    <ZWidget objectName="b"/>
-    <ZWidget objectName="c"/>
-  </ZStackedWidget>
-</uitree>)";
-        QVERIFY(ZXmlUI::widgetFromMemory(doc, root));
-        auto *stack = qobject_cast<ZStackedWidget *>(root->findObject(QStringLiteral("stack")));
-        QVERIFY(stack);
-        QCOMPARE(stack->count(), 3);
-        // The index came before the pages: it waits for them, and does not slide.
-        QCOMPARE(stack->currentIndex(), 2);
-        QCOMPARE(stack->currentWidget()->objectName(), QStringLiteral("c"));
-        QVERIFY(!stack->isSliding());
-        QCOMPARE(stack->duration(), 120);
-        QCOMPARE(stack->easing(), QEasingCurve::InOutQuad);
-        QCOMPARE(stack->slideOrientation(), Qt::Vertical);
-        QVERIFY(stack->animated());
+        Fixture f;
+        f.stack->setCurrentIndex(2);
+        for (int i = 0; i < 3; ++i)
+            f.stack->addItem(f.page());
+        QCOMPARE(f.stack->currentIndex(), 0);
+        f.stack->construct();
+        QCOMPARE(f.stack->currentWidget()->objectName(), QStringLiteral("2"));
+        QVERIFY(!f.stack->isSliding());
     }
 };
 

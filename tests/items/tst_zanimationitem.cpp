@@ -2,87 +2,69 @@
 // not write it), its frames, and the movie pausing while the item is hidden.
 
 #include "zanimationitem.h"
-#include "zxmlui.h"
 
 #include <QMovie>
 #include <QtTest>
 
-#include "itemtestutil.h"
+#include "common/scenetest.h"
 
-using namespace itemtest;
+using scenetest::render;
 
 namespace {
 
-// An uncompressed GIF: every frame one colour of a four-colour palette.
+const QList<QColor> kPalette{QColor(255, 0, 0), QColor(0, 255, 0), QColor(0, 0, 255), QColor(255, 255, 0)};
+
+// An uncompressed GIF: every frame one colour of the four-colour palette.
 // The LZW stream sends a clear code before every two pixels, so that the
 // code width never grows past three bits.
-QByteArray makeGif(const QList<int> &frames, const QList<QColor> &palette, QSize size, int delayCs, int loops)
+QByteArray makeGif(const QList<int> &frames, QSize size, int delayCs, int loops)
 {
     QByteArray gif("GIF89a");
-    auto le16 = [&gif](int v) {
-        gif.append(char(v & 0xff));
-        gif.append(char((v >> 8) & 0xff));
+    const auto put8 = [&gif](std::initializer_list<int> bytes) {
+        for (int b : bytes)
+            gif.append(char(b));
     };
+    const auto le16 = [&put8](int v) { put8({v & 0xff, (v >> 8) & 0xff}); };
     le16(size.width());
     le16(size.height());
-    gif.append(char(0xF1)); // global table of 4 colours
-    gif.append(char(0));
-    gif.append(char(0));
-    for (int i = 0; i < 4; ++i) {
-        const QColor c = palette.value(i, Qt::black);
-        gif.append(char(c.red()));
-        gif.append(char(c.green()));
-        gif.append(char(c.blue()));
-    }
+    put8({0xF1, 0, 0}); // global table of 4 colours
+    for (const QColor &c : kPalette)
+        put8({c.red(), c.green(), c.blue()});
     gif.append("\x21\xFF\x0BNETSCAPE2.0\x03\x01", 16);
     le16(loops);
-    gif.append(char(0));
+    put8({0});
     for (int index : frames) {
-        gif.append("\x21\xF9\x04\x04", 4); // graphic control: keep the frame
+        put8({0x21, 0xF9, 0x04, 0x04}); // graphic control: keep the frame
         le16(delayCs);
-        gif.append(char(0));
-        gif.append(char(0));
-        gif.append(char(0x2C));
-        le16(0);
-        le16(0);
+        put8({0, 0, 0x2C, 0, 0, 0, 0}); // image at 0,0
         le16(size.width());
         le16(size.height());
-        gif.append(char(0));
-        gif.append(char(2)); // minimum code size
-
+        put8({0, 2}); // no local table, minimum code size
         QByteArray data;
         quint32 bits = 0;
         int count = 0;
-        auto put = [&](int code) {
-            bits |= quint32(code) << count;
-            count += 3;
-            while (count >= 8) {
+        const auto code = [&](int c) {
+            bits |= quint32(c) << count;
+            for (count += 3; count >= 8; count -= 8, bits >>= 8)
                 data.append(char(bits & 0xff));
-                bits >>= 8;
-                count -= 8;
-            }
         };
-        const int pixels = size.width() * size.height();
-        for (int p = 0; p < pixels; ++p) {
+        for (int p = 0; p < size.width() * size.height(); ++p) {
             if (p % 2 == 0)
-                put(4); // clear
-            put(index);
+                code(4); // clear
+            code(index);
         }
-        put(5); // end of information
+        code(5); // end of information
         if (count > 0)
             data.append(char(bits & 0xff));
         for (int at = 0; at < data.size(); at += 255) {
-            const QByteArray block = data.mid(at, 255);
-            gif.append(char(block.size()));
-            gif.append(block);
+            put8({int(qMin<qsizetype>(255, data.size() - at))});
+            gif.append(data.mid(at, 255));
         }
-        gif.append(char(0));
+        put8({0});
     }
-    gif.append(char(0x3B));
+    put8({0x3B});
     return gif;
 }
-
-const QList<QColor> kPalette{QColor(255, 0, 0), QColor(0, 255, 0), QColor(0, 0, 255), QColor(255, 255, 0)};
 
 struct Fixture
 {
@@ -94,15 +76,16 @@ struct Fixture
     explicit Fixture(const QList<int> &frames = {0, 1, 2}, int loops = 0)
     {
         QDir::setSearchPaths(QStringLiteral("movietest"), {dir.path()});
-        path = QStringLiteral("movietest:movie.gif");
-        QFile file(dir.filePath(QStringLiteral("movie.gif")));
-        if (file.open(QIODevice::WriteOnly))
-            file.write(makeGif(frames, kPalette, QSize(8, 6), 10, loops));
-        file.close();
+        path = write(QStringLiteral("movie.gif"), makeGif(frames, QSize(8, 6), 10, loops));
         scene.addItem(item);
         item->setGeometry(QRectF(0, 0, 8, 6));
     }
-
+    // Answers the file's name under the search-path prefix (absolute paths load nothing).
+    QString write(const QString &name, const QByteArray &bytes)
+    {
+        QFile file(dir.filePath(name));
+        return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() ? "movietest:" + name : QString();
+    }
     QColor shown() { return render(scene, QSize(8, 6)).pixelColor(4, 3); }
 };
 
@@ -141,6 +124,10 @@ private slots:
         // Stepping on from the last frame goes round.
         f.item->movie()->jumpToNextFrame();
         QCOMPARE(f.shown(), kPalette.at(0));
+        // Fitted, the frame fills the item.
+        f.item->setAutoAdjust(true);
+        f.item->resize(40, 30);
+        QCOMPARE(scenetest::boxOf(render(f.scene, QSize(40, 30)), kPalette.at(0)), QRect(0, 0, 40, 30));
     }
 
     void pausesWhileHidden()
@@ -200,11 +187,9 @@ private slots:
     void badFiles()
     {
         Fixture f;
-        QFile junk(f.dir.filePath(QStringLiteral("junk.gif")));
-        QVERIFY(junk.open(QIODevice::WriteOnly));
-        junk.write("GIF89a garbage that is no image at all");
-        junk.close();
-        for (const QString &path : {QStringLiteral("movietest:missing.gif"), QStringLiteral("movietest:junk.gif"), QString()}) {
+        const QString junk = f.write(QStringLiteral("junk.gif"), "GIF89a garbage that is no image at all");
+        QVERIFY(!junk.isEmpty());
+        for (const QString &path : {QStringLiteral("movietest:missing.gif"), junk, QString()}) {
             f.item->setImagePath(path);
             QVERIFY(!f.item->isValid());
             QCOMPARE(f.item->frameCount(), 0);
@@ -216,36 +201,9 @@ private slots:
         f.item->setSpeed(-50);
         QCOMPARE(f.item->speed(), 1);
         // A truncated file reads as far as it goes.
-        const QByteArray whole = makeGif({0, 1, 2}, kPalette, QSize(8, 6), 10, 0);
-        QFile cut(f.dir.filePath(QStringLiteral("cut.gif")));
-        QVERIFY(cut.open(QIODevice::WriteOnly));
-        cut.write(whole.left(whole.size() - 20));
-        cut.close();
-        f.item->setImagePath(QStringLiteral("movietest:cut.gif"));
+        const QByteArray whole = makeGif({0, 1, 2}, QSize(8, 6), 10, 0);
+        f.item->setImagePath(f.write(QStringLiteral("cut.gif"), whole.left(whole.size() - 20)));
         render(f.scene, QSize(8, 6));
-    }
-
-    void fromDocument()
-    {
-        Fixture f;
-        QGraphicsScene scene;
-        auto *root = new ZWidget;
-        scene.addItem(root);
-        const QByteArray doc = QStringLiteral(R"(<uitree>
-  <ZAnimationItem objectName="movie" imagePath="%1" autoStart="false" speed="50" autoAdjust="true" fixSize="40,30"/>
-</uitree>)").arg(f.path).toUtf8();
-        QVERIFY(ZXmlUI::widgetFromMemory(doc, root));
-        auto *item = qobject_cast<ZAnimationItem *>(root->findObject(QStringLiteral("movie")));
-        QVERIFY(item);
-        QVERIFY(item->isValid());
-        QVERIFY(!item->isPlaying());
-        QCOMPARE(item->speed(), 50);
-        QVERIFY(item->autoAdjust());
-        // Fitted: 8x6 grows to the whole 40x30.
-        item->setPos(0, 0);
-        item->resize(40, 30);
-        const QImage shot = render(scene, QSize(40, 30));
-        QCOMPARE(boxOf(shot, kPalette.at(0)), QRect(0, 0, 40, 30));
     }
 };
 

@@ -2,15 +2,15 @@
 // and that it stands still while hidden or inactive.
 
 #include "zloadingitem.h"
-#include "zxmlui.h"
 
-#include "animationclock.h"
+#include "common/animationclock.h"
 
 #include <QtTest>
 
-#include "itemtestutil.h"
+#include "common/scenetest.h"
 
-using namespace itemtest;
+using scenetest::countOf;
+using scenetest::render;
 
 class tst_ZLoadingItem : public QObject
 {
@@ -123,24 +123,6 @@ private slots:
         QCOMPARE(item.steps(), 0);
         item.setSteps(100000);
         QCOMPARE(item.steps(), 360);
-    }
-
-    void fromDocument()
-    {
-        QGraphicsScene scene;
-        auto *root = new ZWidget;
-        scene.addItem(root);
-        const QByteArray doc = R"(<uitree>
-  <ZLoadingItem objectName="busy" period="800" steps="8" active="false"/>
-</uitree>)";
-        QVERIFY(ZXmlUI::widgetFromMemory(doc, root));
-        auto *item = qobject_cast<ZLoadingItem *>(root->findObject(QStringLiteral("busy")));
-        QVERIFY(item);
-        QCOMPARE(item->period(), 800);
-        QCOMPARE(item->steps(), 8);
-        QVERIFY(!item->isActive());
-        QVERIFY(!item->isRunning());
-        QCOMPARE(item->imagePath(), QString::fromLatin1(ZLoadingItem::DefaultImagePath));
     }
 };
 

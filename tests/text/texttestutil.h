@@ -1,15 +1,14 @@
 #ifndef TEXTTESTUTIL_H
 #define TEXTTESTUTIL_H
 
-// Helpers for the text-input tests: a scene that has the keyboard focus, and
-// a probe that looks into the modal context menu while it is open.
+// The text-input suites' own helpers: a scene with the keyboard focus, and a
+// probe that looks into the modal context menu while it is open.
 
 #include <QtCore/QEvent>
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
 #include <QtGui/QAction>
 #include <QtGui/QClipboard>
-#include <QtGui/QGuiApplication>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QGraphicsScene>
@@ -19,9 +18,8 @@
 
 namespace texttest {
 
-// A scene that believes its window is active, so that items in it take
-// focus and proxied widgets get real focus events, plus one focusable item
-// to move the focus to.
+// A scene that believes its window is active, so that items take focus and
+// proxied widgets get real focus events, with an item to move the focus to.
 class ActiveScene : public QGraphicsScene
 {
 public:
@@ -35,7 +33,6 @@ public:
         addItem(elsewhere);
     }
 
-    // Moves the focus away from whatever has it.
     void focusElsewhere() { elsewhere->setFocus(Qt::MouseFocusReason); }
 
     QGraphicsWidget *elsewhere = nullptr;
@@ -64,8 +61,7 @@ public:
     bool sawMenu = false;
     QList<MenuEntry> entries;
 
-    // The non-separator entries' texts.
-    QStringList texts() const
+    QStringList texts() const // of the entries that are no separators
     {
         QStringList out;
         for (const MenuEntry &e : entries) {
@@ -74,15 +70,6 @@ public:
         }
         return out;
     }
-    const MenuEntry *find(const QString &prefix) const
-    {
-        for (const MenuEntry &e : entries) {
-            if (!e.separator && e.text.startsWith(prefix))
-                return &e;
-        }
-        return nullptr;
-    }
-
 private:
     void look()
     {

@@ -4,16 +4,10 @@
 #include "qlineeditex.h"
 #include "zhotkey.h"
 #include "zlineedit.h"
-#include "zspacer.h"
-#include "zxmlui.h"
-
-#include "texttestutil.h"
 
 #include <QtGui/QKeyEvent>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QtTest>
-
-using texttest::ActiveScene;
 
 namespace {
 
@@ -38,19 +32,6 @@ class tst_ZHotkey : public QObject
     Q_OBJECT
 
 private slots:
-    void initialState()
-    {
-        ZHotkey field;
-        QCOMPARE(editorOf(field)->text(), QStringLiteral("Hotkey"));
-        QCOMPARE(field.dragPolicy(), ZWidget::Nothing);
-        QVERIFY(field.isHotKeyEnabled());
-        quint32 modifier = 99;
-        quint32 key = 99;
-        field.getHotkey(modifier, key);
-        QCOMPARE(modifier, 0u);
-        QCOMPARE(key, 0u);
-    }
-
     void pressed_data()
     {
         QTest::addColumn<int>("key");
@@ -67,7 +48,6 @@ private slots:
         QTest::newRow("all modifiers, z")
             << int(Qt::Key_Z) << (ctrl | alt | shift) << "Ctrl + Alt + Shift + Z" << 7u << 90u;
         QTest::newRow("shift+a") << int(Qt::Key_A) << shift << "Shift + A" << 4u << 65u;
-        QTest::newRow("alt+7") << int(Qt::Key_7) << alt << "Alt + 7" << 2u << 55u;
         QTest::newRow("plain f1") << int(Qt::Key_F1) << 0 << "F1" << 0u << 112u;
         QTest::newRow("f12") << int(Qt::Key_F12) << 0 << "F12" << 0u << 123u;
         QTest::newRow("backspace clears") << int(Qt::Key_Backspace) << 0 << "N/A" << 0u << 0u;
@@ -76,26 +56,18 @@ private slots:
         QTest::newRow("ctrl+space") << int(Qt::Key_Space) << ctrl << "Ctrl + " << 1u << 0u;
         QTest::newRow("space alone") << int(Qt::Key_Space) << 0 << "N/A" << 0u << 0u;
         QTest::newRow("escape has no name") << int(Qt::Key_Escape) << 0 << "N/A" << 0u << 0u;
-        QTest::newRow("ctrl+escape") << int(Qt::Key_Escape) << ctrl << "Ctrl + " << 1u << 0u;
         QTest::newRow("f13 has no name") << int(Qt::Key_F13) << alt << "Alt + " << 2u << 0u;
-        QTest::newRow("keypad 5") << int(Qt::Key_5) << keypad << "Num5" << 0u << 101u;
         QTest::newRow("keypad 0") << int(Qt::Key_0) << keypad << "Num0" << 0u << 96u;
         QTest::newRow("keypad *") << int(Qt::Key_Asterisk) << keypad << "Num*" << 0u << 106u;
         QTest::newRow("keypad +") << int(Qt::Key_Plus) << (keypad | ctrl) << "Ctrl + Num+" << 1u << 107u;
-        QTest::newRow("keypad -") << int(Qt::Key_Minus) << keypad << "Num-" << 0u << 109u;
-        QTest::newRow("keypad .") << int(Qt::Key_Period) << keypad << "Num." << 0u << 110u;
         QTest::newRow("keypad /") << int(Qt::Key_Slash) << keypad << "Num/" << 0u << 111u;
         QTest::newRow("shifted 8 is the 8 key") << int(Qt::Key_Asterisk) << shift << "Shift + 8" << 4u << 56u;
-        QTest::newRow("shifted 1") << int(Qt::Key_Exclam) << shift << "Shift + 1" << 4u << 49u;
         QTest::newRow("alt+[") << int(Qt::Key_BracketLeft) << alt << "Alt + [" << 2u << 219u;
         QTest::newRow("backslash") << int(Qt::Key_Backslash) << ctrl << "Ctrl + \\" << 1u << 220u;
         QTest::newRow("semicolon") << int(Qt::Key_Semicolon) << 0 << ";" << 0u << 186u;
         QTest::newRow("apostrophe") << int(Qt::Key_Apostrophe) << 0 << "'" << 0u << 222u;
-        QTest::newRow("grave") << int(Qt::Key_QuoteLeft) << 0 << "`" << 0u << 192u;
         QTest::newRow("plus is the = key") << int(Qt::Key_Plus) << shift << "Shift + =" << 4u << 187u;
         QTest::newRow("home") << int(Qt::Key_Home) << 0 << "Home" << 0u << 36u;
-        QTest::newRow("page down") << int(Qt::Key_PageDown) << ctrl << "Ctrl + PageDown" << 1u << 34u;
-        QTest::newRow("insert") << int(Qt::Key_Insert) << 0 << "Insert" << 0u << 45u;
         QTest::newRow("left") << int(Qt::Key_Left) << 0 << "Left" << 0u << 37u;
         QTest::newRow("caps lock") << int(Qt::Key_CapsLock) << 0 << "Caps Lock" << 0u << 20u;
         QTest::newRow("num lock") << int(Qt::Key_NumLock) << 0 << "Num Lock" << 0u << 144u;
@@ -137,6 +109,7 @@ private slots:
     {
         ZHotkey field;
         QLineEditEx *editor = editorOf(field);
+        QCOMPARE(editor->text(), QStringLiteral("Hotkey"));
         QTest::keyClick(editor, Qt::Key_S, Qt::ControlModifier);
         QCOMPARE(field.getHotkey(), QStringLiteral("Ctrl + S"));
         QTest::keyClick(editor, Qt::Key_Delete);
@@ -192,20 +165,17 @@ private slots:
     {
         QTest::addColumn<uint>("code");
         QTest::addColumn<QString>("name");
+        // The ends of each named range, the gaps between them, and names no press above reaches.
         const struct { uint code; const char *name; } rows[] = {
-            {0, ""},          {7, ""},          {8, "Backspace"}, {9, ""},          {13, ""},
-            {20, "Caps Lock"}, {27, ""},        {31, ""},        {32, "Space"},    {33, "PageUp"},
-            {34, "PageDown"}, {35, "End"},      {36, "Home"},     {37, "Left"},     {38, "Up"},
-            {39, "Right"},    {40, "Down"},     {41, ""},         {44, ""},         {45, "Insert"},
-            {46, "Delete"},   {47, ""},         {48, "0"},        {53, "5"},        {57, "9"},
-            {58, ""},         {64, ""},         {65, "A"},        {77, "M"},        {90, "Z"},
-            {91, ""},         {95, ""},         {96, "Num0"},     {101, "Num5"},    {105, "Num9"},
-            {106, "Num*"},    {107, "Num+"},    {108, ""},        {109, "Num-"},    {110, "Num."},
-            {111, "Num/"},    {112, "F1"},      {117, "F6"},      {123, "F12"},     {124, ""},
-            {143, ""},        {144, "Num Lock"}, {145, ""},       {185, ""},        {186, ";"},
-            {187, "="},       {188, ","},       {189, "-"},       {190, "."},       {191, "/"},
-            {192, "`"},       {193, ""},        {218, ""},        {219, "["},       {220, "\\"},
-            {221, "]"},       {222, "'"},       {223, ""},        {0x141, ""},      {0xFFFFFFFF, ""},
+            {0, ""},          {7, ""},          {8, "Backspace"}, {9, ""},          {19, ""},
+            {21, ""},         {31, ""},         {32, "Space"},    {33, "PageUp"},   {35, "End"},
+            {38, "Up"},       {40, "Down"},     {41, ""},         {44, ""},         {46, "Delete"},
+            {47, ""},         {48, "0"},        {57, "9"},        {58, ""},         {64, ""},
+            {77, "M"},        {91, ""},         {95, ""},         {105, "Num9"},    {108, ""},
+            {124, ""},        {143, ""},        {145, ""},        {185, ""},        {188, ","},
+            {191, "/"},       {193, ""},        {218, ""},        {221, "]"},       {223, ""},
+            {34, "PageDown"}, {45, "Insert"},   {109, "Num-"},    {110, "Num."},    {192, "`"},
+            {0x141, ""},      {0xFFFFFFFF, ""},
         };
         for (const auto &r : rows)
             QTest::newRow(qPrintable(QString::number(r.code))) << r.code << QString::fromLatin1(r.name);
@@ -289,44 +259,14 @@ private slots:
         QCOMPARE(k, quint32('Q'));
     }
 
-    void focus()
-    {
-        ActiveScene scene;
-        auto *field = new ZHotkey;
-        scene.addItem(field);
-        QSignalSpy out(field, &ZHotkey::focusOut);
-        field->setFocus();
-        QVERIFY(editorOf(*field)->hasFocus());
-        scene.focusElsewhere();
-        QCOMPARE(out.count(), 1);
-        QVERIFY(!editorOf(*field)->hasFocus());
-    }
-
-    void backgroundAndSize()
+    // An empty background falls back to the default frame image.
+    void emptyBackground()
     {
         ZHotkey field;
         auto *line = qobject_cast<ZLineEdit *>(field.lineEdit());
-        QVERIFY(line->hasFrame());
         field.setBackgroundImage(QString());
         QCOMPARE(field.backgroundImage(), QStringLiteral(":/image/theme/lineedit.png"));
-        field.setBackgroundImage(QStringLiteral(":/image/theme/lineeditframe.png"));
-        QCOMPARE(line->frameImage(), QStringLiteral(":/image/theme/lineeditframe.png"));
-        field.resize(150, 26);
-        QCOMPARE(line->geometry(), QRectF(0, 0, 150, 26));
-    }
-
-    void fromXml()
-    {
-        ZSpacer root;
-        QVERIFY(ZXmlUI::widgetFromMemory(R"(<uitree>
-  <ZHotkey objectName="key" backgroundImage=":/image/theme/lineeditframe.png" enableHotKey="false"
-           fixSize="140,24" edit.textColor="#112233"/>
-</uitree>)", &root));
-        auto *field = qobject_cast<ZHotkey *>(root.findObject(QStringLiteral("key")));
-        QVERIFY(field);
-        QCOMPARE(field->backgroundImage(), QStringLiteral(":/image/theme/lineeditframe.png"));
-        QVERIFY(!field->isHotKeyEnabled());
-        QCOMPARE(qobject_cast<ZLineEdit *>(field->lineEdit())->textColor(), QColor(0x11, 0x22, 0x33));
+        QCOMPARE(line->frameImage(), QStringLiteral(":/image/theme/lineedit.png"));
     }
 };
 

@@ -1,54 +1,63 @@
 // The default skin embedded in the library: every image the controls name is
-// there at both scales, loads, has the size its control expects, and
-// stretches without seams where a control stretches it.
+// there at both scales, has the size its control expects, looks different in
+// each state, and stretches without seams where a control stretches it.
 
 #include <QtTest/QtTest>
 
 #include <QDirIterator>
-#include <QFile>
 #include <QImage>
 #include <QRegularExpression>
-#include <QSet>
-
-#include <iterator>
 
 namespace {
 
 const QString Root = QStringLiteral(":/image/theme/");
 
-// The names are part of the interface: layout documents and the controls'
-// defaults refer to them, misspellings included.
-const char *const SkinFiles[] = {
-    "anijuhua.png", "colorselect.png", "comboboxbutton_down.png", "comboboxbutton_hover.png",
-    "comboboxbutton_icon.png", "comboboxbutton_normal.png", "checkbox_default_disable.png",
-    "checkbox_default_hover.png", "checkbox_default_normal.png", "checkbox_default_pressdown.png",
-    "checkbox_selected_disable.png", "checkbox_selected_hover.png", "checkbox_selected_normal.png",
-    "checkbox_selected_pressdown.png", "frameborder_hover.png", "frameborder_normal.png", "frameclose_down.png",
-    "frameclose_hover.png", "frameclose_normal.png", "frameimage.png", "framemax_down.png", "framemax_hover.png",
-    "framemax_normal.png", "framemin_down.png", "framemin_hover.png", "framemin_normal.png",
-    "framerestore_down.png", "framerestore_hover.png", "framerestore_normal.png", "hscrollbar_bkg.png",
-    "hscrollbar_lineadd_down.png", "hscrollbar_lineadd_hover.png", "hscrollbar_lineadd_normal.png",
-    "hscrollbar_linesub_down.png", "hscrollbar_linesub_hover.png", "hscrollbar_linesub_normal.png",
-    "hscrollbar_thumb_down.png", "hscrollbar_thumb_hover.png", "hscrollbar_thumb_normal.png",
-    "hscrollbar_thumbico.png", "hslider_bkg.png", "hsliderthumb_down.png", "hsliderthumb_hover.png",
-    "hsliderthumb_normal.png", "icon_message_notice.png", "icon_message_warning.png", "icon_message_wrong.png",
-    "lineedit.png", "lineeditframe.png", "listbox_bk.png", "maskimage.png", "menuarrow.png", "menucheck.png",
-    "menucheckdisable.png", "menuhover.png", "menusperator.png", "messagbox_error.png",
-    "messagebox_infomation.png", "messagebox_question.png", "messagebox_warning.png", "pushbutton_disable.png",
-    "pushbutton_hover.png", "pushbutton_normal.png", "pushbutton_pressdown.png", "radiobox_default_disable.png",
-    "radiobox_default_hover.png", "radiobox_default_normal.png", "radiobox_default_pressdown.png",
-    "radiobox_selected_disable.png", "radiobox_selected_hover.png", "radiobox_selected_normal.png",
-    "radiobox_selected_pressdown.png", "rectframe_down.png", "rectframe_hover.png", "rectframe_normal.png",
-    "roundframe_down.png", "roundframe_hover.png", "roundframe_normal.png", "roundframe2_hover.png",
-    "roundframe2_normal.png", "roundframe3_hover.png", "roundframe3_normal.png", "roundframe4_hover.png",
-    "roundframe4_normal.png", "roundframe5_hover.png", "roundframe5_normal.png", "slider_select.png",
-    "tabframe_disable.png", "tabframe_hover.png", "tabframe_select.png", "tabframe_unselect.png",
-    "titleicon.png", "vscrollbar_bkg.png", "vscrollbar_lineadd_down.png", "vscrollbar_lineadd_hover.png",
-    "vscrollbar_lineadd_normal.png", "vscrollbar_linesub_down.png", "vscrollbar_linesub_hover.png",
-    "vscrollbar_linesub_normal.png", "vscrollbar_thumb_down.png", "vscrollbar_thumb_hover.png",
-    "vscrollbar_thumb_normal.png", "vscrollbar_thumbico.png", "vslider_bkg.png", "vsliderthumb_down.png",
-    "vsliderthumb_hover.png", "vsliderthumb_normal.png",
+// Images named prefix + state. The names are part of the interface (layout
+// documents and the controls' defaults use them, misspellings included); the
+// states of a distinct family must differ, or the control gives no feedback.
+struct Family
+{
+    const char *prefix, *states;
+    bool distinct;
 };
+
+const char Four[] = "normal|hover|pressdown|disable", Three[] = "normal|hover|down", Two[] = "normal|hover";
+
+const Family Families[] = {
+    {"pushbutton_", Four, true}, {"checkbox_default_", Four, true}, {"checkbox_selected_", Four, true},
+    {"radiobox_default_", Four, true}, {"radiobox_selected_", Four, true}, {"roundframe_", Three, true},
+    {"rectframe_", Three, true}, {"comboboxbutton_", Three, true}, {"framemin_", Three, true},
+    {"framemax_", Three, true}, {"framerestore_", Three, true}, {"frameclose_", Three, true},
+    {"hsliderthumb_", Three, true}, {"vsliderthumb_", Three, true}, {"hscrollbar_lineadd_", Three, true},
+    {"hscrollbar_linesub_", Three, true}, {"hscrollbar_thumb_", Three, true}, {"vscrollbar_lineadd_", Three, true},
+    {"vscrollbar_linesub_", Three, true}, {"vscrollbar_thumb_", Three, true}, {"roundframe2_", Two, true},
+    {"roundframe3_", Two, true}, {"roundframe4_", Two, true}, {"roundframe5_", Two, true},
+    {"frameborder_", Two, true}, {"tabframe_", "unselect|hover|select|disable", true},
+    {"menucheck", "|disable", true}, {"checkbox_", "default_normal|selected_normal", true},
+    {"radiobox_", "default_normal|selected_normal", true}, {"", "checkbox_selected_normal|radiobox_selected_normal", true},
+    {"", "anijuhua|colorselect|comboboxbutton_icon|frameimage|hscrollbar_bkg|hscrollbar_thumbico|hslider_bkg|"
+         "icon_message_notice|icon_message_warning|icon_message_wrong|lineedit|lineeditframe|listbox_bk|maskimage|"
+         "menuarrow|menuhover|menusperator|messagbox_error|messagebox_infomation|messagebox_question|"
+         "messagebox_warning|slider_select|titleicon|vscrollbar_bkg|vscrollbar_thumbico|vslider_bkg",
+     false},
+};
+
+QStringList names(const Family &family)
+{
+    QStringList out;
+    for (const QString &state : QString::fromLatin1(family.states).split(QLatin1Char('|')))
+        out << QLatin1String(family.prefix) + state + QLatin1String(".png");
+    return out;
+}
+
+QStringList allNames()
+{
+    QStringList out;
+    for (const Family &family : Families)
+        out += names(family);
+    out.removeDuplicates();
+    return out;
+}
 
 QString at2x(const QString &name)
 {
@@ -60,40 +69,40 @@ QImage load(const QString &name)
     return QImage(Root + name).convertToFormat(QImage::Format_ARGB32);
 }
 
-bool sameColumn(const QImage &img, int a, int b)
+// Whether row (or column) a equals row (column) b.
+bool sameLine(const QImage &img, int a, int b, bool column)
 {
-    for (int y = 0; y < img.height(); ++y)
-        if (img.pixel(a, y) != img.pixel(b, y))
+    for (int i = 0; i < (column ? img.height() : img.width()); ++i)
+        if (column ? img.pixel(a, i) != img.pixel(b, i) : img.pixel(i, a) != img.pixel(i, b))
             return false;
     return true;
 }
 
-bool sameRow(const QImage &img, int a, int b)
-{
-    for (int x = 0; x < img.width(); ++x)
-        if (img.pixel(x, a) != img.pixel(x, b))
-            return false;
-    return true;
-}
+enum Stretch { NoStretch = 0, AcrossH = 1, AcrossV = 2 };
 
-// Size rules the controls rely on. 0 in a field means "any".
-struct SizeRule {
-    const char *pattern; // regular expression over the whole file name
-    int width, height;   // exact size, when not 0
-    int maxSide;         // upper bound of both sides, when not 0
+// What the controls rely on, by file name. 0 in a size field means "any";
+// stretched images repeat their centre row / column when the control grows.
+struct Rule
+{
+    const char *pattern;
+    int width, height, maxSide, stretch;
 };
 
-const SizeRule SizeRules[] = {
-    {"(checkbox|radiobox)_.*", 16, 16, 0},
-    {"messag(e)?box_.*", 0, 0, 45}, // the message box's icon cell is 45 x 45
-    {"icon_message_.*", 0, 0, 24},
-    {"vscrollbar_(bkg|thumb_.*)\\.png", 14, 0, 0}, // 14 across the bar
-    {"hscrollbar_(bkg|thumb_.*)\\.png", 0, 14, 0},
-    {"[hv]scrollbar_line.*", 14, 14, 0},
-    {"[hv]scrollbar_thumbico\\.png", 0, 0, 14},
-    {"titleicon\\.png", 0, 0, 20},
-    {"frame(min|max|restore|close)_.*", 0, 0, 30},
-    {"[hv]sliderthumb_.*", 0, 0, 24},
+const Rule Rules[] = {
+    {"(checkbox|radiobox)_.*", 16, 16, 0, NoStretch},
+    {"messag(e)?box_.*", 0, 0, 45, NoStretch}, // the message box's icon cell is 45 x 45
+    {"icon_message_.*", 0, 0, 24, NoStretch},
+    {"vscrollbar_(bkg|thumb_.*)\\.png", 14, 0, 0, NoStretch},
+    {"hscrollbar_(bkg|thumb_.*)\\.png", 0, 14, 0, NoStretch},
+    {"[hv]scrollbar_line.*", 14, 14, 0, NoStretch},
+    {"[hv]scrollbar_thumbico\\.png", 0, 0, 14, NoStretch},
+    {"titleicon\\.png", 0, 0, 20, NoStretch},
+    {"frame(min|max|restore|close)_.*", 0, 0, 30, NoStretch},
+    {"[hv]sliderthumb_.*", 0, 0, 24, NoStretch},
+    {"pushbutton_.*|roundframe\\d?_.*|rectframe_.*|frameborder_.*|lineedit(frame)?\\.png|listbox_bk\\.png|"
+     "menuhover\\.png|tabframe_.*|[hv]scrollbar_bkg\\.png", 0, 0, 0, AcrossH | AcrossV},
+    {"vscrollbar_thumb_.*|vslider_bkg\\.png|comboboxbutton_(normal|hover|down)\\.png", 0, 0, 0, AcrossV},
+    {"hscrollbar_thumb_.*|hslider_bkg\\.png|menusperator\\.png", 0, 0, 0, AcrossH},
 };
 
 } // namespace
@@ -103,356 +112,170 @@ class tst_SkinResources : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-
-    void image_data();
-    void image();
-
-    void noStrayFiles();
-
-    void sizeRules_data();
-    void sizeRules();
-
-    void statesDiffer_data();
-    void statesDiffer();
-
-    void fourCornerCut_data();
-    void fourCornerCut();
-    void sliderSelect();
-
-    void windowImages();
-    void closeHoverIsRed();
-
-    void messageBoxLayout();
-};
-
-void tst_SkinResources::initTestCase()
-{
-    // The library registers its resource tree when it is loaded.
-    QVERIFY2(QFile::exists(Root + QLatin1String("titleicon.png")), "library resources are not registered");
-}
-
-void tst_SkinResources::image_data()
-{
-    QTest::addColumn<QString>("name");
-    for (const char *name : SkinFiles)
-        QTest::newRow(name) << QString::fromLatin1(name);
-}
-
-void tst_SkinResources::image()
-{
-    QFETCH(QString, name);
-    const QImage x1 = load(name);
-    const QImage x2 = load(at2x(name));
-    QVERIFY2(!x1.isNull(), qPrintable(Root + name));
-    QVERIFY2(!x2.isNull(), qPrintable(Root + at2x(name)));
-    // Loading by the plain name gives the 1x file, not the @2x one.
-    QCOMPARE(x2.size(), x1.size() * 2);
-    QCOMPARE(x1.devicePixelRatio(), 1.0);
-
-    // Something is drawn.
-    QSet<int> alphas;
-    for (int y = 0; y < x1.height(); ++y)
-        for (int x = 0; x < x1.width(); ++x)
-            alphas.insert(qAlpha(x1.pixel(x, y)));
-    QVERIFY2(alphas != QSet<int>{0}, "image is fully transparent");
-
-    // The @2x file is drawn at twice the size, not a pixel-doubled copy:
-    // where the 1x file has antialiased edges, the 2x edges must differ.
-    if (alphas.size() > 2) {
-        const QImage doubled = x1.scaled(x2.size(), Qt::IgnoreAspectRatio, Qt::FastTransformation);
-        QVERIFY2(doubled != x2, "@2x file is the 1x file scaled up");
+    void initTestCase()
+    {
+        // The library registers its resource tree when it is loaded.
+        QVERIFY2(QFile::exists(Root + QLatin1String("titleicon.png")), "library resources are not registered");
     }
-}
 
-void tst_SkinResources::noStrayFiles()
-{
-    // Every file in the tree is a listed image or its @2x twin: a misspelled
-    // name would otherwise sit there unused while the control finds nothing.
-    QSet<QString> expected;
-    for (const char *name : SkinFiles) {
-        expected.insert(QString::fromLatin1(name));
-        expected.insert(at2x(QString::fromLatin1(name)));
+    void image_data()
+    {
+        QTest::addColumn<QString>("name");
+        for (const QString &name : allNames())
+            QTest::newRow(qPrintable(name)) << name;
     }
-    QSet<QString> found;
-    QDirIterator it(Root, QDir::Files);
-    while (it.hasNext()) {
-        it.next();
-        found.insert(it.fileName());
+    void image()
+    {
+        QFETCH(QString, name);
+        const QImage x1 = load(name), x2 = load(at2x(name));
+        QVERIFY2(!x1.isNull() && !x2.isNull(), qPrintable(name));
+        // Loading by the plain name gives the 1x file, not the @2x one.
+        QCOMPARE(x2.size(), x1.size() * 2);
+        QCOMPARE(x1.devicePixelRatio(), 1.0);
+        QSet<int> alphas;
+        for (int y = 0; y < x1.height(); ++y)
+            for (int x = 0; x < x1.width(); ++x)
+                alphas.insert(qAlpha(x1.pixel(x, y)));
+        QVERIFY2(alphas != QSet<int>{0}, "image is fully transparent");
+        // Antialiased edges at 1x: the @2x file must be drawn anew, not pixel-doubled.
+        if (alphas.size() > 2)
+            QVERIFY2(x1.scaled(x2.size()) != x2, "@2x file is the 1x file scaled up");
     }
-    QCOMPARE(found.size(), 2 * int(std::size(SkinFiles)));
-    QCOMPARE(found, expected);
-}
 
-void tst_SkinResources::sizeRules_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<int>("width");
-    QTest::addColumn<int>("height");
-    QTest::addColumn<int>("maxSide");
-    int matched = 0;
-    for (const SizeRule &rule : SizeRules) {
-        const QRegularExpression rx(QRegularExpression::anchoredPattern(QLatin1String(rule.pattern)));
-        QVERIFY2(rx.isValid(), rule.pattern);
-        int hits = 0;
-        for (const char *name : SkinFiles) {
-            if (!rx.match(QLatin1String(name)).hasMatch())
-                continue;
-            ++hits;
-            QTest::addRow("%s", name) << QString::fromLatin1(name) << rule.width << rule.height << rule.maxSide;
-        }
-        QVERIFY2(hits > 0, rule.pattern); // a rule that matches nothing tests nothing
-        matched += hits;
+    // A misspelled file would sit there unused while its control finds nothing.
+    void noStrayFiles()
+    {
+        QSet<QString> expected, found;
+        for (const QString &name : allNames())
+            expected << name << at2x(name);
+        for (QDirIterator it(Root, QDir::Files); it.hasNext();)
+            found.insert(QFileInfo(it.next()).fileName());
+        QCOMPARE(found, expected);
     }
-    QVERIFY(matched > 50);
-}
 
-void tst_SkinResources::sizeRules()
-{
-    QFETCH(QString, name);
-    QFETCH(int, width);
-    QFETCH(int, height);
-    QFETCH(int, maxSide);
-    const QImage img = load(name);
-    QVERIFY(!img.isNull());
-    if (width)
-        QCOMPARE(img.width(), width);
-    if (height)
-        QCOMPARE(img.height(), height);
-    if (maxSide) {
-        QVERIFY2(img.width() <= maxSide && img.height() <= maxSide,
-                 qPrintable(QStringLiteral("%1x%2").arg(img.width()).arg(img.height())));
-    }
-}
-
-void tst_SkinResources::statesDiffer_data()
-{
-    // Each state of a control must look different from the others, or the
-    // control gives no feedback (a copied state is an easy slip).
-    QTest::addColumn<QStringList>("names");
-    const auto row = [](const char *prefix, const QStringList &states) {
-        QStringList names;
-        for (const QString &s : states)
-            names << QString::fromLatin1(prefix) + s + QLatin1String(".png");
-        QTest::newRow(prefix) << names;
-    };
-    const QStringList three = {QStringLiteral("normal"), QStringLiteral("hover"), QStringLiteral("down")};
-    const QStringList four = {QStringLiteral("normal"), QStringLiteral("hover"), QStringLiteral("pressdown"),
-                              QStringLiteral("disable")};
-    row("pushbutton_", four);
-    row("checkbox_default_", four);
-    row("checkbox_selected_", four);
-    row("radiobox_default_", four);
-    row("radiobox_selected_", four);
-    row("roundframe_", three);
-    row("rectframe_", three);
-    row("comboboxbutton_", three);
-    row("framemin_", three);
-    row("framemax_", three);
-    row("framerestore_", three);
-    row("frameclose_", three);
-    row("hsliderthumb_", three);
-    row("vsliderthumb_", three);
-    for (const char *bar : {"hscrollbar_", "vscrollbar_"}) {
-        for (const char *part : {"lineadd_", "linesub_", "thumb_"})
-            row(qPrintable(QLatin1String(bar) + QLatin1String(part)), three);
-    }
-    for (const char *frame : {"roundframe2_", "roundframe3_", "roundframe4_", "roundframe5_", "frameborder_"})
-        row(frame, {QStringLiteral("normal"), QStringLiteral("hover")});
-    row("tabframe_", {QStringLiteral("unselect"), QStringLiteral("hover"), QStringLiteral("select"),
-                      QStringLiteral("disable")});
-    row("menucheck", {QString(), QStringLiteral("disable")});
-    // Checked and unchecked boxes differ state by state.
-    QTest::newRow("checkbox checked vs not")
-        << QStringList{QStringLiteral("checkbox_default_normal.png"), QStringLiteral("checkbox_selected_normal.png")};
-    QTest::newRow("radiobox checked vs not")
-        << QStringList{QStringLiteral("radiobox_default_normal.png"), QStringLiteral("radiobox_selected_normal.png")};
-    QTest::newRow("check vs radio")
-        << QStringList{QStringLiteral("checkbox_selected_normal.png"), QStringLiteral("radiobox_selected_normal.png")};
-}
-
-void tst_SkinResources::statesDiffer()
-{
-    QFETCH(QStringList, names);
-    QList<QImage> images;
-    for (const QString &n : names) {
-        images << load(n);
-        QVERIFY2(!images.last().isNull(), qPrintable(n));
-    }
-    for (int i = 0; i < images.size(); ++i) {
-        for (int j = i + 1; j < images.size(); ++j) {
-            QCOMPARE(images[j].size(), images[i].size());
-            QVERIFY2(images[i] != images[j], qPrintable(names[i] + QLatin1String(" == ") + names[j]));
+    void statesDiffer_data()
+    {
+        QTest::addColumn<QStringList>("names");
+        for (const Family &family : Families) {
+            if (family.distinct)
+                QTest::addRow("%s%s", family.prefix, family.states) << names(family);
         }
     }
-}
-
-void tst_SkinResources::fourCornerCut_data()
-{
-    // Images that controls stretch by the four-corner cut: the centre row and
-    // column are repeated over the middle, so they must match their
-    // neighbours, or a seam or smear shows when the control grows. Checked at
-    // both scales.
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<bool>("horizontal");
-    QTest::addColumn<bool>("vertical");
-    const auto add = [](const char *name, bool h, bool v) {
-        QTest::addRow("%s", name) << QString::fromLatin1(name) << h << v;
-        QTest::addRow("%s@2x", name) << at2x(QString::fromLatin1(name)) << h << v;
-    };
-    for (const char *n : {"pushbutton_normal.png", "pushbutton_hover.png", "pushbutton_pressdown.png",
-                          "pushbutton_disable.png", "roundframe_normal.png", "roundframe_hover.png",
-                          "roundframe_down.png", "roundframe2_normal.png", "roundframe2_hover.png",
-                          "roundframe3_normal.png", "roundframe3_hover.png", "roundframe4_normal.png",
-                          "roundframe4_hover.png", "roundframe5_normal.png", "roundframe5_hover.png",
-                          "rectframe_normal.png", "rectframe_hover.png", "rectframe_down.png",
-                          "frameborder_normal.png", "frameborder_hover.png", "lineedit.png", "lineeditframe.png",
-                          "listbox_bk.png", "menuhover.png", "tabframe_unselect.png", "tabframe_hover.png",
-                          "tabframe_select.png", "tabframe_disable.png", "vscrollbar_bkg.png",
-                          "hscrollbar_bkg.png"})
-        add(n, true, true);
-    // Stretched along their length only.
-    for (const char *n : {"vscrollbar_thumb_normal.png", "vscrollbar_thumb_hover.png", "vscrollbar_thumb_down.png",
-                          "vslider_bkg.png", "comboboxbutton_normal.png", "comboboxbutton_hover.png",
-                          "comboboxbutton_down.png"})
-        add(n, false, true);
-    for (const char *n : {"hscrollbar_thumb_normal.png", "hscrollbar_thumb_hover.png", "hscrollbar_thumb_down.png",
-                          "hslider_bkg.png", "menusperator.png"})
-        add(n, true, false);
-}
-
-void tst_SkinResources::fourCornerCut()
-{
-    QFETCH(QString, name);
-    QFETCH(bool, horizontal);
-    QFETCH(bool, vertical);
-    const QImage img = load(name);
-    QVERIFY(!img.isNull());
-    const int hw = img.width() / 2, hh = img.height() / 2;
-    // The left corners end at hw - 1 and the right ones start at hw: the
-    // repeated column hw must continue both.
-    if (horizontal) {
-        QVERIFY2(img.width() >= 3, "too narrow to stretch");
-        QVERIFY2(sameColumn(img, hw - 1, hw), "column left of the centre differs");
-        QVERIFY2(sameColumn(img, hw, hw + 1), "column right of the centre differs");
+    void statesDiffer()
+    {
+        QFETCH(QStringList, names);
+        QList<QImage> images;
+        for (const QString &n : names) {
+            images << load(n);
+            QVERIFY2(!images.last().isNull(), qPrintable(n));
+        }
+        for (int i = 0; i < images.size(); ++i) {
+            for (int j = i + 1; j < images.size(); ++j) {
+                QCOMPARE(images[j].size(), images[i].size());
+                QVERIFY2(images[i] != images[j], qPrintable(names[i] + QLatin1String(" == ") + names[j]));
+            }
+        }
     }
-    if (vertical) {
-        QVERIFY2(img.height() >= 3, "too short to stretch");
-        QVERIFY2(sameRow(img, hh - 1, hh), "row above the centre differs");
-        QVERIFY2(sameRow(img, hh, hh + 1), "row below the centre differs");
-    }
-}
 
-void tst_SkinResources::sliderSelect()
-{
-    // The filled part of a slider serves both orientations: round at both
-    // ends and solid along its centre lines, so the stretched centre column
-    // or row makes a clean bar either way.
-    for (const QString &name : {QStringLiteral("slider_select.png"), QStringLiteral("slider_select@2x.png")}) {
+    void rules_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<int>("rule");
+        for (int r = 0; r < int(std::size(Rules)); ++r) {
+            const QRegularExpression rx(QRegularExpression::anchoredPattern(QLatin1String(Rules[r].pattern)));
+            int hits = 0;
+            for (const QString &name : allNames()) {
+                if (!rx.match(name).hasMatch())
+                    continue;
+                ++hits;
+                QTest::addRow("%s, rule %d", qPrintable(name), r) << name << r;
+                if (Rules[r].stretch) // stretched at both scales
+                    QTest::addRow("%s, rule %d", qPrintable(at2x(name)), r) << at2x(name) << r;
+            }
+            QVERIFY2(hits > 0, Rules[r].pattern); // a rule that matches nothing tests nothing
+        }
+    }
+    void rules()
+    {
+        QFETCH(QString, name);
+        QFETCH(int, rule);
+        const Rule &r = Rules[rule];
         const QImage img = load(name);
         QVERIFY(!img.isNull());
-        QCOMPARE(img.width(), img.height());
-        const int c = img.width() / 2;
-        for (int i = 1; i < img.width() - 1; ++i) {
-            QCOMPARE(qAlpha(img.pixel(c, i)), 255);
-            QCOMPARE(qAlpha(img.pixel(i, c)), 255);
+        if (r.width)
+            QCOMPARE(img.width(), r.width);
+        if (r.height)
+            QCOMPARE(img.height(), r.height);
+        if (r.maxSide)
+            QVERIFY2(img.width() <= r.maxSide && img.height() <= r.maxSide,
+                     qPrintable(QStringLiteral("%1x%2").arg(img.width()).arg(img.height())));
+        // The four-corner cut ends the left corners at w/2 - 1 and starts the
+        // right ones at w/2: the repeated centre must continue both.
+        for (bool column : {true, false}) {
+            if (!(r.stretch & (column ? AcrossH : AcrossV)))
+                continue;
+            const int length = column ? img.width() : img.height(), half = length / 2;
+            QVERIFY2(length >= 3, "too small to stretch");
+            QVERIFY2(sameLine(img, half - 1, half, column) && sameLine(img, half, half + 1, column), "seam at the centre");
         }
-        QVERIFY(qAlpha(img.pixel(0, 0)) < 64); // rounded, not square
-        for (int y = 0; y < img.height(); ++y) // the same shape across and along
-            for (int x = 0; x < img.width(); ++x)
-                QVERIFY(qAbs(qAlpha(img.pixel(x, y)) - qAlpha(img.pixel(y, x))) <= 8);
     }
-}
 
-void tst_SkinResources::windowImages()
-{
-    // The pop-up window cuts its frame and mask images in nine parts: the
-    // rows and columns between the margins must all be equal, the mask must
-    // be one bit deep (it becomes a bitmap) and opaque in the middle, and the
-    // band outside the window must be transparent in the mask and carry the
-    // shadow in the frame.
-    for (int scale : {1, 2}) {
-        const QString suffix = scale == 1 ? QString() : QStringLiteral("@2x");
-        const QImage frame = load(QStringLiteral("frameimage%1.png").arg(suffix));
-        const QImage mask = load(QStringLiteral("maskimage%1.png").arg(suffix));
-        QVERIFY(!frame.isNull() && !mask.isNull());
-        QCOMPARE(mask.size(), frame.size());
-        QCOMPARE(frame.width(), frame.height());
-
-        const int margin = 16 * scale;
-        QVERIFY(frame.width() > 2 * margin);
-        for (const QImage *img : {&frame, &mask}) {
-            for (int i = margin; i < img->width() - margin; ++i) {
-                QVERIFY2(sameRow(*img, margin, i), qPrintable(QStringLiteral("row %1 at %2x").arg(i).arg(scale)));
-                QVERIFY2(sameColumn(*img, margin, i), qPrintable(QStringLiteral("column %1 at %2x").arg(i).arg(scale)));
-            }
-        }
-
-        int band = -1; // the mask's transparent band along the middle row
-        for (int x = 0; x < mask.width(); ++x) {
-            if (qAlpha(mask.pixel(x, mask.height() / 2)) == 255) {
-                band = x;
-                break;
-            }
-        }
-        QVERIFY2(band > 0 && band < margin, qPrintable(QString::number(band)));
-        for (int y = 0; y < mask.height(); ++y) {
-            for (int x = 0; x < mask.width(); ++x) {
-                const int a = qAlpha(mask.pixel(x, y));
-                QVERIFY2(a == 0 || a == 255, "mask alpha must be 0 or 255");
-            }
-        }
-        // Rounded: the corner of the window is cut off in the mask.
-        QCOMPARE(qAlpha(mask.pixel(band, band)), 0);
-        QCOMPARE(qAlpha(mask.pixel(mask.width() / 2, mask.height() / 2)), 255);
-
-        // The frame leaves the window's inside to the background ...
-        QCOMPARE(qAlpha(frame.pixel(frame.width() / 2, frame.height() / 2)), 0);
-        // ... has a border on the outline, and a shadow that fades outwards.
-        const int mid = frame.height() / 2;
-        QVERIFY(qAlpha(frame.pixel(band, mid)) > 40);
-        QVERIFY(qAlpha(frame.pixel(band - 1, mid)) > qAlpha(frame.pixel(band / 2, mid)));
-        QVERIFY(qAlpha(frame.pixel(band / 2, mid)) > qAlpha(frame.pixel(0, mid)));
-        QVERIFY(qAlpha(frame.pixel(0, mid)) < 8);
-    }
-}
-
-void tst_SkinResources::closeHoverIsRed()
-{
-    // The close button warns on hover; the other title buttons use the accent.
-    const auto dominantHue = [](const QImage &img) {
-        int best = -1, bestAlpha = 0;
-        for (int y = 0; y < img.height(); ++y) {
-            for (int x = 0; x < img.width(); ++x) {
-                const QColor c = QColor::fromRgba(img.pixel(x, y));
-                if (c.alpha() > bestAlpha && c.hsvSaturation() > 100) {
-                    bestAlpha = c.alpha();
-                    best = c.hsvHue();
+    // The filled part of a slider serves both orientations: round at the
+    // ends, solid along its centre lines, the same shape across and along.
+    void sliderSelect()
+    {
+        for (const QString &name : {QStringLiteral("slider_select.png"), QStringLiteral("slider_select@2x.png")}) {
+            const QImage img = load(name);
+            QVERIFY(!img.isNull());
+            QCOMPARE(img.width(), img.height());
+            QVERIFY(qAlpha(img.pixel(0, 0)) < 64);
+            const int c = img.width() / 2, last = img.width() - 1;
+            for (int y = 0; y < img.height(); ++y) {
+                for (int x = 0; x < img.width(); ++x) {
+                    QVERIFY(qAbs(qAlpha(img.pixel(x, y)) - qAlpha(img.pixel(y, x))) <= 8);
+                    if ((y == c && x > 0 && x < last) || (x == c && y > 0 && y < last))
+                        QCOMPARE(qAlpha(img.pixel(x, y)), 255);
                 }
             }
         }
-        return best;
-    };
-    const int close = dominantHue(load(QStringLiteral("frameclose_hover.png")));
-    QVERIFY2(close >= 0 && (close < 20 || close > 340), qPrintable(QString::number(close)));
-    const int max = dominantHue(load(QStringLiteral("framemax_hover.png")));
-    QVERIFY2(max > 180 && max < 250, qPrintable(QString::number(max)));
-}
+    }
 
-void tst_SkinResources::messageBoxLayout()
-{
-    QFile f(QStringLiteral(":/xml/theme/xml/msgbox.xml"));
-    QVERIFY(f.open(QIODevice::ReadOnly));
-    const QByteArray xml = f.readAll();
-    QVERIFY(xml.startsWith("<?xml version=\"1.0\" ?>\n<uitree>"));
-    QVERIFY(xml.trimmed().endsWith("</uitree>"));
-    // The names the message box looks up after loading it.
-    for (const char *needle : {"objectName=\"topLevelWindow\"", "objectName=\"iconShower\" fixSize=\"45,45\"",
-                               "objectName=\"textShower\"", "objectName=\"buttonToolbar\"",
-                               "objectName=\"button0\"", "objectName=\"button1\"", "objectName=\"button2\"",
-                               "windowStyle=\"Dialog\""})
-        QVERIFY2(xml.contains(needle), needle);
-}
+    // The pop-up window cuts its frame and mask images in nine parts: rows and
+    // columns between the margins must be equal; the mask is one bit deep (it
+    // becomes a bitmap) with rounded corners; the band outside the window is
+    // transparent in the mask and carries a fading shadow in the frame.
+    void windowImages()
+    {
+        for (int scale : {1, 2}) {
+            const QString suffix = scale == 1 ? QString() : QStringLiteral("@2x");
+            const QImage frame = load(QStringLiteral("frameimage%1.png").arg(suffix));
+            const QImage mask = load(QStringLiteral("maskimage%1.png").arg(suffix));
+            QVERIFY(!frame.isNull());
+            QCOMPARE(mask.size(), frame.size());
+            QCOMPARE(frame.width(), frame.height());
+            const int margin = 16 * scale, mid = frame.height() / 2;
+            QVERIFY(frame.width() > 2 * margin);
+            for (const QImage *img : {&frame, &mask}) {
+                for (int i = margin; i < img->width() - margin; ++i)
+                    QVERIFY2(sameLine(*img, margin, i, false) && sameLine(*img, margin, i, true), qPrintable(QString::number(i)));
+            }
+            int band = 0; // the mask's transparent band along the middle row
+            while (band < mask.width() && qAlpha(mask.pixel(band, mid)) != 255)
+                ++band;
+            QVERIFY2(band > 0 && band < margin, qPrintable(QString::number(band)));
+            for (int y = 0; y < mask.height(); ++y)
+                for (int x = 0; x < mask.width(); ++x)
+                    QVERIFY2(qAlpha(mask.pixel(x, y)) % 255 == 0, "mask alpha must be 0 or 255");
+            QCOMPARE(qAlpha(mask.pixel(band, band)), 0);
+            QCOMPARE(qAlpha(mask.pixel(mid, mid)), 255);
+            QCOMPARE(qAlpha(frame.pixel(mid, mid)), 0); // the inside is left to the background
+            QVERIFY(qAlpha(frame.pixel(band, mid)) > 40);
+            QVERIFY(qAlpha(frame.pixel(band - 1, mid)) > qAlpha(frame.pixel(band / 2, mid)));
+            QVERIFY(qAlpha(frame.pixel(band / 2, mid)) > qAlpha(frame.pixel(0, mid)));
+            QVERIFY(qAlpha(frame.pixel(0, mid)) < 8);
+        }
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_SkinResources)
 #include "tst_skinresources.moc"

@@ -3,9 +3,8 @@
 #include "zcolortable.h"
 #include "ztheme.h"
 
-#include <QGraphicsScene>
-#include <QGraphicsSceneMouseEvent>
-#include <QGraphicsView>
+#include "common/scenetest.h"
+
 #include <QSignalSpy>
 #include <QtTest>
 
@@ -13,52 +12,32 @@ class tst_ZColorTable : public QObject
 {
     Q_OBJECT
 
-    static void sendMouse(QGraphicsScene &scene, QEvent::Type type, const QPointF &pos)
-    {
-        QGraphicsSceneMouseEvent event(type);
-        event.setScenePos(pos);
-        event.setPos(pos);
-        event.setButton(type == QEvent::GraphicsSceneMouseMove ? Qt::NoButton : Qt::LeftButton);
-        event.setButtons(type == QEvent::GraphicsSceneMouseRelease ? Qt::NoButton : Qt::LeftButton);
-        QCoreApplication::sendEvent(&scene, &event);
-    }
-
 private slots:
     // The area depends on the saturation only, the strip on hue and
-    // lightness only: each is rebuilt exactly when its inputs change.
-    void imagesAreRebuiltOnlyWhenTheirInputsChange()
-    {
-        ZColorTable table;
-        table.resize(220, 120);
-        // Colours built so that hue, saturation and lightness are exact.
-        table.setColor(QColor(200, 100, 100)); // hue 0
-        QCOMPARE(table.color(), QColor(200, 100, 100));
-        const qint64 field = table.fieldImage().cacheKey();
-        const qint64 strip = table.stripImage().cacheKey();
-        QVERIFY(!table.fieldImage().isNull());
-        QCOMPARE(table.fieldImage().size(), table.fieldRect().size().toSize());
-
-        table.setColor(QColor(100, 200, 100)); // hue only: 120, same S and L
-        QCOMPARE(table.fieldImage().cacheKey(), field);
-        QVERIFY(table.stripImage().cacheKey() != strip);
-
-        const qint64 strip2 = table.stripImage().cacheKey();
-        table.setColor(QColor(130, 170, 130)); // saturation only
-        QVERIFY(table.fieldImage().cacheKey() != field);
-        QCOMPARE(table.stripImage().cacheKey(), strip2);
-    }
-
-    // A huge picker keeps small images (they are scaled when painted).
-    void hugeSizesStayCheap()
+    // lightness only: each is rebuilt exactly when its inputs change. A huge
+    // picker keeps small images (they are scaled when painted).
+    void images()
     {
         QGraphicsScene scene;
         auto *table = new ZColorTable;
         scene.addItem(table);
+        table->resize(220, 120);
+        table->setColor(QColor(200, 100, 100)); // hue 0
+        const qint64 field = table->fieldImage().cacheKey(), strip = table->stripImage().cacheKey();
+        QCOMPARE(table->fieldImage().size(), table->fieldRect().size().toSize());
+        table->setColor(QColor(100, 200, 100)); // hue only: 120, same S and L
+        QCOMPARE(table->fieldImage().cacheKey(), field);
+        QVERIFY(table->stripImage().cacheKey() != strip);
+        const qint64 strip2 = table->stripImage().cacheKey();
+        table->setColor(QColor(130, 170, 130)); // saturation only
+        QVERIFY(table->fieldImage().cacheKey() != field);
+        QCOMPARE(table->stripImage().cacheKey(), strip2);
+
         QElapsedTimer timer;
         timer.start();
         table->resize(1e7, 1e6);
-        table->setColor(QColor(10, 120, 200));
         QImage out(64, 64, QImage::Format_ARGB32);
+        out.fill(Qt::transparent);
         QPainter painter(&out);
         scene.render(&painter, QRectF(0, 0, 64, 64), QRectF(0, 0, 1000, 1000));
         painter.end();
@@ -68,20 +47,8 @@ private slots:
         QVERIFY(out.pixel(32, 32) != 0);
     }
 
-    void fieldShowsHueAcrossAndLightnessDown()
-    {
-        ZColorTable table;
-        table.resize(380, 120);
-        table.setColor(QColor::fromHsl(0, 255, 128));
-        const QImage field = table.fieldImage();
-        const QColor top = field.pixelColor(field.width() / 2, 0);
-        const QColor bottom = field.pixelColor(field.width() / 2, field.height() - 1);
-        QVERIFY(top.lightness() > 240);
-        QVERIFY(bottom.lightness() < 15);
-        const QColor mid = field.pixelColor(field.width() / 3, field.height() / 2);
-        QVERIFY(qAbs(mid.hslHue() - 120) <= 3);
-    }
-
+    // The area shows hue across and lightness down, the strip saturation;
+    // dragging beyond the area clamps to its edge.
     void pickByPressAndDrag()
     {
         QGraphicsScene scene;
@@ -89,40 +56,32 @@ private slots:
         scene.addItem(table);
         table->resize(380, 100);
         table->setColor(QColor::fromHsl(0, 255, 128));
+        const QImage img = table->fieldImage();
+        QVERIFY(img.pixelColor(img.width() / 2, 0).lightness() > 240);
+        QVERIFY(img.pixelColor(img.width() / 2, img.height() - 1).lightness() < 15);
+        QVERIFY(qAbs(img.pixelColor(img.width() / 3, img.height() / 2).hslHue() - 120) <= 3);
         QSignalSpy changed(table, &ZColorTable::colorChanged);
+        table->setColor(QColor::fromHsl(0, 255, 128)); // no change
+        table->setColor(QColor());                     // ignored
+        QCOMPARE(changed.count(), 0);
 
         const QRectF field = table->fieldRect();
-        sendMouse(scene, QEvent::GraphicsSceneMousePress, QPointF(field.left() + field.width() / 3, field.center().y()));
-        QCOMPARE(changed.count(), 1);
+        const qreal third = field.left() + field.width() / 3, twoThirds = field.left() + field.width() * 2 / 3;
+        scenetest::Mouse mouse(scene);
+        mouse.press(QPointF(third, field.center().y()));
         QVERIFY(qAbs(table->color().hslHue() - 120) <= 2);
         QVERIFY(qAbs(table->color().lightness() - 128) <= 3);
-
-        sendMouse(scene, QEvent::GraphicsSceneMouseMove, QPointF(field.left() + field.width() * 2 / 3, field.center().y()));
-        QCOMPARE(changed.count(), 2);
+        mouse.move(QPointF(twoThirds, field.center().y()));
         QVERIFY(qAbs(table->color().hslHue() - 240) <= 2);
-        // Dragging beyond the area clamps to its edge.
-        sendMouse(scene, QEvent::GraphicsSceneMouseMove, QPointF(field.left() + field.width() * 2 / 3, -50));
+        mouse.move(QPointF(twoThirds, -50));
         QCOMPARE(table->color(), QColor(Qt::white));
-        sendMouse(scene, QEvent::GraphicsSceneMouseRelease, QPointF(field.left() + field.width() * 2 / 3, -50));
+        mouse.release(QPointF(twoThirds, -50));
         QCOMPARE(changed.count(), 3);
 
-        // The strip sets the saturation.
         table->setColor(QColor::fromHsl(240, 255, 128));
-        const QRectF strip = table->stripRect();
-        sendMouse(scene, QEvent::GraphicsSceneMousePress, QPointF(strip.center().x(), strip.bottom() - 0.5));
-        sendMouse(scene, QEvent::GraphicsSceneMouseRelease, QPointF(strip.center().x(), strip.bottom() - 0.5));
+        const QPointF stripBottom(table->stripRect().center().x(), table->stripRect().bottom() - 0.5);
+        mouse.click(stripBottom);
         QVERIFY(table->color().hslSaturation() <= 3);
-    }
-
-    void setColorEmitsOnChangeOnly()
-    {
-        ZColorTable table;
-        QSignalSpy changed(&table, &ZColorTable::colorChanged);
-        table.setColor(QColor(10, 120, 200));
-        table.setColor(QColor(10, 120, 200));
-        table.setColor(QColor());
-        QCOMPARE(changed.count(), 1);
-        QCOMPARE(table.color(), QColor(10, 120, 200));
     }
 
     void connectToTheme()

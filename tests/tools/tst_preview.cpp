@@ -49,12 +49,10 @@ bool writeFile(const QString &path, const QByteArray &text)
     return file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(text) == text.size();
 }
 
-const QByteArray widgetDocument = R"(<uitree>
-  <ZWidget objectName="panel" layout="VBox" margins="0,0,0,0" backgroundColor="#102030">
-    <ZSpacer/>
-  </ZWidget>
-</uitree>
-)";
+const QByteArray widgetDocument = "<uitree>\n"
+                                  "  <ZWidget objectName='panel' layout='VBox' backgroundColor='#102030'><ZSpacer/>"
+                                  "</ZWidget>\n"
+                                  "</uitree>\n";
 
 } // namespace
 
@@ -63,16 +61,18 @@ class tst_Preview : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
+    void init()
+    {
+        m_dir = std::make_unique<QTemporaryDir>();
+        QVERIFY(m_dir->isValid());
+    }
     void lint_data();
     void lint();
     void failures_data();
     void failures();
-    void screenshotOfWidgetDocument();
-    void screenshotOfWindowDocument();
-    void vocabulary();
+    void screenshots_data();
+    void screenshots();
     void reloadsOnSave();
-    void reloadFailureKeepsWindow();
 
 private:
     QString write(const QString &name, const QByteArray &text)
@@ -83,12 +83,6 @@ private:
 
     std::unique_ptr<QTemporaryDir> m_dir;
 };
-
-void tst_Preview::init()
-{
-    m_dir = std::make_unique<QTemporaryDir>();
-    QVERIFY(m_dir->isValid());
-}
 
 void tst_Preview::lint_data()
 {
@@ -126,115 +120,73 @@ void tst_Preview::lint()
 
 void tst_Preview::failures_data()
 {
-    QTest::addColumn<QStringList>("arguments"); // "@" stands for a valid document
+    QTest::addColumn<QString>("arguments"); // "@" stands for a valid document
     QTest::addColumn<QString>("message");
 
-    QTest::newRow("missing file") << QStringList{QStringLiteral("/nonexistent/doc.xml")}
-                                  << QStringLiteral("/nonexistent/doc.xml: cannot read the file");
-    QTest::newRow("missing skin") << QStringList{QStringLiteral("@"), QStringLiteral("--skin"),
-                                                 QStringLiteral("/nonexistent/skin.xml")}
-                                  << QStringLiteral("/nonexistent/skin.xml: cannot read the file");
-    QTest::newRow("no document") << QStringList{} << QStringLiteral("give one document");
-    QTest::newRow("two documents") << QStringList{QStringLiteral("@"), QStringLiteral("@")}
-                                   << QStringLiteral("give one document");
-    QTest::newRow("bad size") << QStringList{QStringLiteral("@"), QStringLiteral("--size"), QStringLiteral("0x10")}
-                              << QStringLiteral("--size wants WxH");
-    QTest::newRow("bad colour") << QStringList{QStringLiteral("@"), QStringLiteral("--theme-color"),
-                                               QStringLiteral("#12")}
-                                << QStringLiteral("--theme-color wants");
-    QTest::newRow("bad index") << QStringList{QStringLiteral("@"), QStringLiteral("--theme-index"),
-                                              QStringLiteral("-3")}
-                               << QStringLiteral("--theme-index wants");
+    QTest::newRow("missing file") << "/nonexistent/doc.xml" << "/nonexistent/doc.xml: cannot read the file";
+    QTest::newRow("missing skin") << "@ --skin /nonexistent/skin.xml" << "/nonexistent/skin.xml: cannot read the file";
+    QTest::newRow("no document") << "" << "give one document";
+    QTest::newRow("two documents") << "@ @" << "give one document";
+    QTest::newRow("bad size") << "@ --size 0x10" << "--size wants WxH";
+    QTest::newRow("bad colour") << "@ --theme-color #12" << "--theme-color wants";
+    QTest::newRow("bad index") << "@ --theme-index -3" << "--theme-index wants";
+    QTest::newRow("describe an unknown class") << "--describe QPushButton" << "no class named \"QPushButton\"";
 }
 
 void tst_Preview::failures()
 {
-    QFETCH(QStringList, arguments);
+    QFETCH(QString, arguments);
     QFETCH(QString, message);
     const QString document = write(QStringLiteral("doc.xml"), widgetDocument);
-    arguments.replaceInStrings(QRegularExpression(QStringLiteral("^@$")), document);
-    arguments << QStringLiteral("--screenshot") << m_dir->filePath(QStringLiteral("shot.png"));
-    const Run run = runPreview(arguments);
+    QStringList list = arguments.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    list.replaceInStrings(QRegularExpression(QStringLiteral("^@$")), document);
+    list << QStringLiteral("--screenshot") << m_dir->filePath(QStringLiteral("shot.png"));
+    const Run run = runPreview(list);
     QCOMPARE(run.exitCode, 2);
+    QVERIFY(run.out.isEmpty());
     QVERIFY2(run.err.contains(message), qPrintable(run.err));
     QVERIFY(!QFile::exists(m_dir->filePath(QStringLiteral("shot.png"))));
 }
 
-void tst_Preview::screenshotOfWidgetDocument()
+void tst_Preview::screenshots_data()
 {
-    const QString document = write(QStringLiteral("doc.xml"), widgetDocument);
+    QTest::addColumn<QByteArray>("document");
+    QTest::addColumn<QColor>("panel");
+    QTest::addColumn<bool>("band"); // the window's own background around the panel
+    // A widget document fills the plain window it is created into.
+    QTest::newRow("widgets") << widgetDocument << QColor(0x10, 0x20, 0x30) << false;
+    // A window document keeps its own class and properties (scene margins).
+    QTest::newRow("window") << QByteArray("<uitree><ZWindow sceneMargins='10,10,10,10'>"
+                                          "<ZWidget layout='VBox' backgroundColor='#c00000'><ZSpacer/></ZWidget>"
+                                          "</ZWindow></uitree>")
+                            << QColor(0xc0, 0, 0) << true;
+}
+
+void tst_Preview::screenshots()
+{
+    QFETCH(QByteArray, document);
+    QFETCH(QColor, panel);
+    QFETCH(bool, band);
     const QString shot = m_dir->filePath(QStringLiteral("shot.png"));
-    const Run run = runPreview({document, QStringLiteral("--size"), QStringLiteral("120x70"),
-                                QStringLiteral("--screenshot"), shot});
+    const Run run = runPreview({write(QStringLiteral("doc.xml"), document), QStringLiteral("--size"),
+                                QStringLiteral("120x70"), QStringLiteral("--screenshot"), shot});
     QCOMPARE(run.exitCode, 0);
     QCOMPARE(run.out.trimmed(), shot);
     const QImage image(shot);
     QCOMPARE(image.size(), QSize(120, 70));
-    // The panel fills the plain window it was created into.
-    QCOMPARE(image.pixelColor(60, 35), QColor(0x10, 0x20, 0x30));
-    QCOMPARE(image.pixelColor(118, 68), QColor(0x10, 0x20, 0x30));
-}
-
-void tst_Preview::screenshotOfWindowDocument()
-{
-    // A window document keeps its own class and properties: the scene
-    // margins leave a band of the window's background around the panel.
-    const QString document = write(QStringLiteral("win.xml"), R"(<uitree>
-  <ZWindow sceneMargins="10,10,10,10">
-    <ZWidget layout="VBox" backgroundColor="#c00000"><ZSpacer/></ZWidget>
-  </ZWindow>
-</uitree>)");
-    const QString shot = m_dir->filePath(QStringLiteral("win.png"));
-    const Run run = runPreview({document, QStringLiteral("--size"), QStringLiteral("100x60"),
-                                QStringLiteral("--screenshot"), shot});
-    QCOMPARE(run.exitCode, 0);
-    const QImage image(shot);
-    QCOMPARE(image.size(), QSize(100, 60));
-    QCOMPARE(image.pixelColor(50, 30), QColor(0xc0, 0, 0));
-    QVERIFY(image.pixelColor(4, 4) != QColor(0xc0, 0, 0));
-}
-
-void tst_Preview::vocabulary()
-{
-    const Run classes = runPreview({QStringLiteral("--list-classes")});
-    QCOMPARE(classes.exitCode, 0);
-    const QStringList lines = classes.out.split(QLatin1Char('\n'));
-    const int widgets = lines.indexOf(QStringLiteral("widgets:"));
-    const int windows = lines.indexOf(QStringLiteral("windows:"));
-    const int helpers = lines.indexOf(QStringLiteral("helpers:"));
-    QVERIFY(widgets == 0 && widgets < windows && windows < helpers);
-    const int button = lines.indexOf(QStringLiteral("  ZPushButton"));
-    QVERIFY(button > widgets && button < windows);
-    const int dialog = lines.indexOf(QStringLiteral("  ZMessageBox"));
-    QVERIFY(dialog > windows && dialog < helpers);
-    QVERIFY(lines.indexOf(QStringLiteral("  ZSignalConnector")) > helpers);
-
-    const Run described = runPreview({QStringLiteral("--describe"), QStringLiteral("ZPushButton")});
-    QCOMPARE(described.exitCode, 0);
-    QVERIFY(described.out.startsWith(QStringLiteral("ZPushButton: ZPushButton < ZAbstractButton < ZWidget")));
-    QVERIFY(described.out.contains(QStringLiteral("\n  text: QString\n")));
-    // Inherited attributes appear under the class that declares them,
-    // enumerations with their keys and values.
-    const int ownBlock = described.out.indexOf(QStringLiteral("\nZPushButton:\n"));
-    const int baseBlock = described.out.indexOf(QStringLiteral("\nZWidget:\n"));
-    QVERIFY(ownBlock > 0 && baseBlock > ownBlock);
-    QVERIFY(described.out.indexOf(QStringLiteral("  fixWidth: double")) > baseBlock);
-    QVERIFY(described.out.contains(QStringLiteral("orientation: Qt::Orientation enum Horizontal=1 Vertical=2")));
-
-    const Run unknown = runPreview({QStringLiteral("--describe"), QStringLiteral("QPushButton")});
-    QCOMPARE(unknown.exitCode, 2);
-    QVERIFY(unknown.out.isEmpty());
+    QCOMPARE(image.pixelColor(60, 35), panel);
+    QCOMPARE(image.pixelColor(4, 4) != panel, band);
+    QCOMPARE(image.pixelColor(118, 68) != panel, band);
 }
 
 void tst_Preview::reloadsOnSave()
 {
     QImage red(4, 4, QImage::Format_ARGB32);
     red.fill(Qt::red);
-    QVERIFY(red.save(m_dir->filePath(QStringLiteral("pic.png"))));
-    const QByteArray document = R"(<uitree>
-  <ZWidget objectName="panel" layout="VBox"><ZImageItem imagePath="appdir:pic.png"/></ZWidget>
-</uitree>
-)";
+    const QString image = m_dir->filePath(QStringLiteral("pic.png"));
+    QVERIFY(red.save(image));
+    const QByteArray document = "<uitree><ZWidget objectName='panel' layout='VBox'>"
+                                "<ZImageItem imagePath='appdir:pic.png'/></ZWidget></uitree>";
     Previewer::Options options;
     options.document = write(QStringLiteral("doc.xml"), document);
     options.size = QSize(200, 100);
@@ -242,7 +194,7 @@ void tst_Preview::reloadsOnSave()
     QVERIFY(previewer.load());
     previewer.setWatching(true);
     QVERIFY(previewer.watchedFiles().contains(QFileInfo(options.document).canonicalFilePath()));
-    QVERIFY(previewer.watchedFiles().contains(QFileInfo(m_dir->filePath(QStringLiteral("pic.png"))).canonicalFilePath()));
+    QVERIFY(previewer.watchedFiles().contains(QFileInfo(image).canonicalFilePath()));
 
     ZWindow *first = previewer.window();
     first->show();
@@ -250,9 +202,8 @@ void tst_Preview::reloadsOnSave()
     first->resize(260, 140);
     QSignalSpy reloaded(&previewer, &Previewer::reloaded);
 
-    QByteArray changed = document;
-    changed.replace("objectName=\"panel\"", "objectName=\"renamed\"");
-    QVERIFY(writeFile(options.document, changed));
+    // A new window at the same place, with the saved content.
+    QVERIFY(writeFile(options.document, QByteArray(document).replace("'panel'", "'renamed'")));
     QVERIFY(reloaded.wait(5000));
     QCOMPARE(reloaded.last().at(0).toBool(), true);
     ZWindow *second = previewer.window();
@@ -264,34 +215,23 @@ void tst_Preview::reloadsOnSave()
 
     // Saving a skin image the document uses reloads too.
     red.fill(Qt::blue);
-    QVERIFY(red.save(m_dir->filePath(QStringLiteral("pic.png"))));
+    QVERIFY(red.save(image));
     QVERIFY(reloaded.wait(5000));
-    QVERIFY(previewer.window() != second);
-}
+    ZWindow *third = previewer.window();
+    QVERIFY(third != second);
 
-void tst_Preview::reloadFailureKeepsWindow()
-{
-    Previewer::Options options;
-    options.document = write(QStringLiteral("doc.xml"), widgetDocument);
-    Previewer previewer(options);
-    QVERIFY(previewer.load());
-    previewer.setWatching(true);
-    ZWindow *window = previewer.window();
-    QSignalSpy reloaded(&previewer, &Previewer::reloaded);
-
+    // A save that does not load keeps the window and reports; the watch goes on.
     QVERIFY(writeFile(options.document, "<uitree>\n<ZWidget text=\"oops>\n</uitree>\n"));
     QVERIFY(reloaded.wait(5000));
     QCOMPARE(reloaded.last().at(0).toBool(), false);
-    QCOMPARE(previewer.window(), window);
+    QCOMPARE(previewer.window(), third);
     QVERIFY(!previewer.diagnostics().isEmpty());
     QCOMPARE(previewer.diagnostics().first().kind, ZXmlUI::Diagnostic::ParseError);
     QVERIFY(previewer.diagnostics().first().line > 0);
-
-    // Fixed again: the watch went on after the failure.
     QVERIFY(writeFile(options.document, widgetDocument));
     QVERIFY(reloaded.wait(5000));
     QCOMPARE(reloaded.last().at(0).toBool(), true);
-    QVERIFY(previewer.window() != window);
+    QVERIFY(previewer.window() != third);
 }
 
 QTEST_MAIN(tst_Preview)

@@ -1,7 +1,8 @@
 // Tips: the bubble and its arrow, the text bubble, the tool tip's triggers.
 
+#include "common/dialogtestutil.h"
+
 #include "zbubbletip.h"
-#include "zcreator.h"
 #include "zlabel.h"
 #include "zpopupwindow.h"
 #include "zspacer.h"
@@ -9,7 +10,6 @@
 #include "ztextitem.h"
 #include "ztooltip.h"
 
-#include <QPainter>
 #include <QPointer>
 #include <QScreen>
 #include <QSignalSpy>
@@ -48,26 +48,7 @@ struct Host
     QPoint pointOf(ZWidget *w) const { return window.mapFromScene(w->mapToScene(w->rect().center())); }
 };
 
-QImage shown(QWidget *w)
-{
-    QImage img(w->size(), QImage::Format_ARGB32_Premultiplied);
-    img.fill(Qt::transparent);
-    w->render(&img, QPoint(), QRegion(), QWidget::DrawChildren);
-    return img;
-}
-
-// Saves the picture as it is and, for looking at, on a grey desktop.
-void savePng(const QImage &img, const QString &name)
-{
-    const QString base = QCoreApplication::applicationDirPath() + QLatin1Char('/') + name;
-    img.save(base + QStringLiteral(".png"));
-    QImage onGrey(img.size(), QImage::Format_ARGB32_Premultiplied);
-    onGrey.fill(QColor(200, 200, 200));
-    QPainter p(&onGrey);
-    p.drawImage(0, 0, img);
-    p.end();
-    onGrey.save(base + QStringLiteral("-on-grey.png"));
-}
+using dialogtest::picture;
 
 } // namespace
 
@@ -76,61 +57,28 @@ class tst_ZTips : public QObject
     Q_OBJECT
 
 private slots:
-    void registered()
-    {
-        for (const char *name : {"ZBubbleTip", "ZTextBubbleTip", "ZToolTip"}) {
-            ZWindowCreatorBase *creator = ZWindowCreatorBase::find(name);
-            QVERIFY2(creator, name);
-            std::unique_ptr<ZWindow> w(creator->create(nullptr));
-            QCOMPARE(QByteArray(w->metaObject()->className()), QByteArray(name));
-        }
-    }
-
-    void arrowEdge_data()
-    {
-        QTest::addColumn<Direction>("placed");
-        QTest::addColumn<Qt::Edges>("edge");
-        const Qt::Edges top(Qt::TopEdge), bottom(Qt::BottomEdge), left(Qt::LeftEdge), right(Qt::RightEdge);
-        QTest::newRow("TopLeft") << ZFollowWindow::TopLeft << bottom;
-        QTest::newRow("TopCenter") << ZFollowWindow::TopCenter << bottom;
-        QTest::newRow("TopRight") << ZFollowWindow::TopRight << bottom;
-        QTest::newRow("BottomLeft") << ZFollowWindow::BottomLeft << top;
-        QTest::newRow("BottomCenter") << ZFollowWindow::BottomCenter << top;
-        QTest::newRow("BottomRight") << ZFollowWindow::BottomRight << top;
-        QTest::newRow("LeftTop") << ZFollowWindow::LeftTop << right;
-        QTest::newRow("LeftCenter") << ZFollowWindow::LeftCenter << right;
-        QTest::newRow("LeftBottom") << ZFollowWindow::LeftBottom << right;
-        QTest::newRow("RightTop") << ZFollowWindow::RightTop << left;
-        QTest::newRow("RightCenter") << ZFollowWindow::RightCenter << left;
-        QTest::newRow("RightBottom") << ZFollowWindow::RightBottom << left;
-        QTest::newRow("UnderCursor") << ZFollowWindow::UnderCursor << top;
-        QTest::newRow("Custom") << ZFollowWindow::Custom << Qt::Edges();
-    }
     void arrowEdge()
     {
-        QFETCH(Direction, placed);
-        QFETCH(Qt::Edges, edge);
-        QCOMPARE(ZBubbleTip::arrowEdgeFor(placed), edge);
+        // The arrow is on the side facing the target.
+        for (Direction d : {ZFollowWindow::TopLeft, ZFollowWindow::TopCenter, ZFollowWindow::TopRight})
+            QCOMPARE(ZBubbleTip::arrowEdgeFor(d), Qt::Edges(Qt::BottomEdge));
+        for (Direction d : {ZFollowWindow::BottomLeft, ZFollowWindow::BottomCenter, ZFollowWindow::BottomRight,
+                            ZFollowWindow::UnderCursor})
+            QCOMPARE(ZBubbleTip::arrowEdgeFor(d), Qt::Edges(Qt::TopEdge));
+        for (Direction d : {ZFollowWindow::LeftTop, ZFollowWindow::LeftCenter, ZFollowWindow::LeftBottom})
+            QCOMPARE(ZBubbleTip::arrowEdgeFor(d), Qt::Edges(Qt::RightEdge));
+        for (Direction d : {ZFollowWindow::RightTop, ZFollowWindow::RightCenter, ZFollowWindow::RightBottom})
+            QCOMPARE(ZBubbleTip::arrowEdgeFor(d), Qt::Edges(Qt::LeftEdge));
+        QCOMPARE(ZBubbleTip::arrowEdgeFor(ZFollowWindow::Custom), Qt::Edges());
     }
 
-    void bubbleDefaults()
+    void bubbleMarginsAndBounds()
     {
         ZBubbleTip tip;
-        QVERIFY(tip.translucent());
-        QCOMPARE(tip.windowType(), Qt::ToolTip);
-        QCOMPARE(tip.direction(), ZFollowWindow::BottomCenter);
-        QCOMPARE(tip.arrowEdge(), Qt::Edges(Qt::TopEdge));
-        QCOMPARE(uint(tip.hideFlags().toInt()), 127u);
-        QVERIFY(tip.shadow());
         // The content sits below the arrow, inside the shadow band.
+        QCOMPARE(tip.arrowEdge(), Qt::Edges(Qt::TopEdge));
         const QMargins m = tip.sceneMargins();
-        QVERIFY(m.top() > m.bottom());
         QCOMPARE(m.top() - m.bottom(), 7 - int(std::ceil(tip.shadowOffset().y())));
-    }
-
-    void bubbleSettersAreBounded()
-    {
-        ZBubbleTip tip;
         tip.setShadowBlur(-3);
         QCOMPARE(tip.shadowBlur(), 0.0);
         tip.setShadowBlur(qQNaN());
@@ -142,11 +90,10 @@ private slots:
         tip.setShadow(false);
         QCOMPARE(tip.sceneMargins(), QMargins(2, 2 + 7, 2, 2));
         tip.setDirection(ZFollowWindow::LeftCenter);
-        QCOMPARE(tip.arrowEdge(), Qt::Edges(Qt::RightEdge));
         QCOMPARE(tip.sceneMargins(), QMargins(2, 2, 2 + 7, 2));
         tip.setPenColor(QColor());
         tip.resize(60, 40);
-        shown(&tip); // an invalid pen draws no outline, and nothing breaks
+        picture(&tip); // an invalid pen draws no outline, and nothing breaks
     }
 
     void arrowPointsAtTheTarget_data()
@@ -182,7 +129,6 @@ private slots:
         tip.show();
         QVERIFY(QTest::qWaitForWindowExposed(&tip));
         QCOMPARE(tip.arrowEdge(), edge);
-
         // The arrow's apex: the outline's point farthest out on the arrow edge.
         const QPainterPath shape = tip.bubblePath().translated(tip.pos());
         const bool alongX = edge & (Qt::TopEdge | Qt::BottomEdge);
@@ -229,28 +175,24 @@ private slots:
     void paintsEachOrientation_data()
     {
         QTest::addColumn<Direction>("direction");
-        QTest::addColumn<QString>("name");
-        QTest::newRow("below") << ZFollowWindow::BottomCenter << QStringLiteral("bubbletip-below");
-        QTest::newRow("above") << ZFollowWindow::TopCenter << QStringLiteral("bubbletip-above");
-        QTest::newRow("left") << ZFollowWindow::LeftCenter << QStringLiteral("bubbletip-left");
-        QTest::newRow("right") << ZFollowWindow::RightCenter << QStringLiteral("bubbletip-right");
+        QTest::newRow("below") << ZFollowWindow::BottomCenter;
+        QTest::newRow("above") << ZFollowWindow::TopCenter;
+        QTest::newRow("left") << ZFollowWindow::LeftCenter;
+        QTest::newRow("right") << ZFollowWindow::RightCenter;
     }
     void paintsEachOrientation()
     {
         QFETCH(Direction, direction);
-        QFETCH(QString, name);
         Host host;
         ZSpacer *t = host.addTarget(QRectF(170, 120, 60, 40));
         QVERIFY(host.show());
         ZTextBubbleTip tip;
         tip.setDirection(direction);
-        tip.setText(QStringLiteral("A bubble tip, ") + name.mid(10));
+        tip.setText(QStringLiteral("A bubble tip"));
         tip.setTarget(t);
         tip.show();
         QVERIFY(QTest::qWaitForWindowExposed(&tip));
-        const QImage img = shown(&tip);
-        savePng(img, name);
-
+        const QImage img = picture(&tip);
         const QPainterPath path = tip.bubblePath();
         const QPoint middle = path.boundingRect().center().toPoint();
         // Outside the bubble the window is see-through (a faint shadow at
@@ -276,11 +218,11 @@ private slots:
         tip.resize(80, 50);
         const QRectF bounds = tip.bubblePath().boundingRect();
         const QPoint below(int(bounds.center().x()), int(bounds.bottom()) + 3);
-        QVERIFY(qAlpha(shown(&tip).pixel(below)) > 0);
+        QVERIFY(qAlpha(picture(&tip).pixel(below)) > 0);
         tip.setShadow(false);
         tip.resize(80, 50);
         const QRectF plain = tip.bubblePath().boundingRect();
-        QCOMPARE(qAlpha(shown(&tip).pixel(int(plain.center().x()), int(plain.bottom()) + 1)), 0);
+        QCOMPARE(qAlpha(picture(&tip).pixel(int(plain.center().x()), int(plain.bottom()) + 1)), 0);
     }
 
     void textBubbleSizesToItsText()
@@ -296,7 +238,6 @@ private slots:
         QCOMPARE(tip.labelObject()->text(), tip.text());
         QVERIFY(tip.labelObject()->isVisible());
         QVERIFY(!tip.textObject()->isVisible());
-
         tip.setTextWidth(120);
         QVERIFY(tip.textObject()->isVisible());
         QVERIFY(!tip.labelObject()->isVisible());
@@ -305,7 +246,6 @@ private slots:
         QCOMPARE(tip.width(), 120 + rm.left() + rm.right() + sm.left() + sm.right());
         QVERIFY(tip.height() > shortSize.height()); // wrapped onto more lines
         QCOMPARE(tip.textObject()->toText(), tip.text());
-
         tip.setTextWidth(-5);
         QCOMPARE(tip.textWidth(), 0);
         QVERIFY(tip.labelObject()->isVisible());
@@ -352,7 +292,6 @@ private slots:
         tip.show();
         QVERIFY(tip.isVisible());
         QTRY_VERIFY_WITH_TIMEOUT(!tip.isVisible(), 2000);
-
         // The mouse over the tip holds the countdown; leaving starts it afresh.
         tip.show();
         QEvent enter(QEvent::Enter);
@@ -362,7 +301,6 @@ private slots:
         QEvent leave(QEvent::Leave);
         QCoreApplication::sendEvent(&tip, &leave);
         QTRY_VERIFY_WITH_TIMEOUT(!tip.isVisible(), 2000);
-
         // No elapse time: stays.
         tip.setElapseTime(-1);
         QCOMPARE(tip.elapseTime(), 0);
@@ -397,16 +335,6 @@ private slots:
         QTRY_VERIFY(!tip.isVisible());
     }
 
-    void sharedTextTip()
-    {
-        ZToolTip *tip = ZToolTip::textTipInstance();
-        QVERIFY(tip);
-        QCOMPARE(ZToolTip::textTipInstance(), tip);
-        QCOMPARE(tip->tipStyle(), ZToolTip::TextTip);
-        QVERIFY(tip->label());
-        QCOMPARE(tip->trigger(), ZToolTip::HoverTrigger);
-    }
-
     void hoverShowsAfterTheDelay()
     {
         Host host;
@@ -422,31 +350,26 @@ private slots:
         tip.addTarget(b); // once
         tip.addTarget(none);
         QCOMPARE(tip.targets(), (QList<ZWidget *>{a, b, none}));
-
         QTest::mouseMove(host.window.viewport(), host.pointOf(a));
         QVERIFY(!tip.isVisible());
         QTRY_VERIFY(tip.isVisible());
         QCOMPARE(tip.target(), a);
         QCOMPARE(tip.label()->text(), QStringLiteral("First target"));
-
         // To another target while shown: at once.
         QTest::mouseMove(host.window.viewport(), host.pointOf(b));
         QVERIFY(tip.isVisible());
         QCOMPARE(tip.target(), b);
         QCOMPARE(tip.label()->text(), QStringLiteral("Second target"));
-
         // A target without a tip text shows nothing.
         QTest::mouseMove(host.window.viewport(), host.pointOf(none));
         QVERIFY(!tip.isVisible());
         QTest::qWait(150);
         QVERIFY(!tip.isVisible());
-
         // Off the targets before the delay ran out: nothing.
         QTest::mouseMove(host.window.viewport(), host.pointOf(a));
         QTest::mouseMove(host.window.viewport(), QPoint(300, 250));
         QTest::qWait(150);
         QVERIFY(!tip.isVisible());
-
         // A press hides it.
         QTest::mouseMove(host.window.viewport(), host.pointOf(b));
         QTRY_VERIFY(tip.isVisible());
@@ -519,7 +442,6 @@ private slots:
         QVERIFY(tip.targets().isEmpty());
         tip.showTip(nullptr);
         QVERIFY(!tip.isVisible());
-
         // Hidden with its target.
         tip.showTip(a);
         QVERIFY(tip.isVisible());
@@ -551,35 +473,32 @@ private slots:
         QVERIFY(!tip.isVisible());
     }
 
-    void customTip()
-    {
-        Host host;
-        ZSpacer *a = host.addTarget(QRectF(20, 20, 60, 30)); // no tip text needed
-        QVERIFY(host.show());
-        ZToolTip tip(ZToolTip::CustomTip);
-        QVERIFY(!tip.label());
-        auto *content = new ZSpacer;
-        content->setFixSize(QSizeF(50, 20));
-        tip.rootWidget()->addItem(content);
-        tip.setWindowSize(60, 30);
-        tip.showTip(a);
-        QVERIFY(tip.isVisible());
-        QCOMPARE(tip.size(), QSize(60, 30));
-    }
-
-    void paintsTheTextTip()
+    void tipStyles()
     {
         Host host;
         ZSpacer *a = host.addTarget(QRectF(20, 20, 60, 30), QStringLiteral("A tool tip"));
         QVERIFY(host.show());
+        // The text tip is shared; it paints a white body in a darker outline, with rounded corners.
+        ZToolTip *shared = ZToolTip::textTipInstance();
+        QVERIFY(shared && shared->label() && ZToolTip::textTipInstance() == shared);
         ZToolTip tip;
         tip.showTip(a);
         QVERIFY(QTest::qWaitForWindowExposed(&tip));
-        const QImage img = shown(&tip);
-        savePng(img, QStringLiteral("tooltip"));
+        const QImage img = picture(&tip);
         QCOMPARE(img.pixelColor(img.width() / 2, 2), QColor(255, 255, 255));
         QVERIFY(img.pixelColor(img.width() / 2, 0).lightness() < 250);
-        QVERIFY(qAlpha(img.pixel(0, 0)) < 255); // rounded corner
+        QVERIFY(qAlpha(img.pixel(0, 0)) < 255);
+        // A custom tip shows its own content at its own size, without a tip text.
+        ZToolTip custom(ZToolTip::CustomTip);
+        QVERIFY(!custom.label());
+        auto *content = new ZSpacer;
+        content->setFixSize(QSizeF(50, 20));
+        custom.rootWidget()->addItem(content);
+        custom.setWindowSize(60, 30);
+        a->setToolTip(QString());
+        custom.showTip(a);
+        QVERIFY(custom.isVisible());
+        QCOMPARE(custom.size(), QSize(60, 30));
     }
 };
 

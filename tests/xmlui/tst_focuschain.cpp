@@ -2,6 +2,7 @@
 // order, however the loader built the containers, and a field that the
 // document focuses keeps the focus when the window comes up.
 
+#include "common/scenetest.h"
 #include "zwidget.h"
 #include "zwindow.h"
 #include "zxmlui.h"
@@ -47,8 +48,7 @@ QStringList tabWalk(QGraphicsScene *scene, QGraphicsWidget *first, int steps, Qt
     QStringList visited;
     for (int i = 0; i < steps && scene->focusItem(); ++i) {
         visited << static_cast<QGraphicsWidget *>(scene->focusItem())->objectName();
-        QKeyEvent tab(QEvent::KeyPress, key, Qt::NoModifier);
-        QCoreApplication::sendEvent(scene, &tab);
+        scenetest::key(*scene, key);
     }
     return visited;
 }

@@ -1,10 +1,11 @@
 #ifndef DIALOGTESTUTIL_H
 #define DIALOGTESTUTIL_H
 
-// Helpers for the dialog, title bar and message box tests: mouse events sent
-// through a scene as a view sends them, observing modal message boxes from a
-// timer, and pictures of windows for looking at.
+// Helpers for the dialog, title bar and message box tests: clicks sent
+// through a scene as a view sends them, modal message boxes observed from a
+// timer, and pictures of windows.
 
+#include "common/scenetest.h"
 #include "zmessagebox.h"
 #include "zwidget.h"
 
@@ -12,32 +13,12 @@
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
 #include <QtGui/QImage>
-#include <QtGui/QPainter>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QGraphicsScene>
-#include <QtWidgets/QGraphicsSceneMouseEvent>
 
 #include <functional>
 
 namespace dialogtest {
-
-// Sends one mouse event to the scene; answers whether an item accepted it.
-inline bool sendMouse(QGraphicsScene *scene, QEvent::Type type, const QPointF &scenePos,
-                      Qt::MouseButton button = Qt::LeftButton)
-{
-    QGraphicsSceneMouseEvent event(type);
-    event.setScenePos(scenePos);
-    event.setScreenPos(scenePos.toPoint());
-    event.setLastScenePos(scenePos);
-    event.setLastScreenPos(scenePos.toPoint());
-    event.setButton(button);
-    event.setButtons(type == QEvent::GraphicsSceneMouseRelease ? Qt::NoButton : Qt::MouseButtons(button));
-    event.setButtonDownScenePos(button, scenePos);
-    event.setButtonDownScreenPos(button, scenePos.toPoint());
-    event.setAccepted(false);
-    QCoreApplication::sendEvent(scene, &event);
-    return event.isAccepted();
-}
 
 inline QPointF centreOf(const QGraphicsItem *item)
 {
@@ -47,19 +28,15 @@ inline QPointF centreOf(const QGraphicsItem *item)
 // A left click in the middle of \a item, through its scene.
 inline void click(QGraphicsItem *item)
 {
-    QGraphicsScene *scene = item->scene();
-    const QPointF at = centreOf(item);
-    sendMouse(scene, QEvent::GraphicsSceneMousePress, at);
-    sendMouse(scene, QEvent::GraphicsSceneMouseRelease, at);
+    scenetest::click(*item->scene(), centreOf(item));
 }
 
 // Press, release, double click, release at \a scenePos, as a view sends a double click.
 inline void doubleClick(QGraphicsScene *scene, const QPointF &scenePos)
 {
-    sendMouse(scene, QEvent::GraphicsSceneMousePress, scenePos);
-    sendMouse(scene, QEvent::GraphicsSceneMouseRelease, scenePos);
-    sendMouse(scene, QEvent::GraphicsSceneMouseDoubleClick, scenePos);
-    sendMouse(scene, QEvent::GraphicsSceneMouseRelease, scenePos);
+    scenetest::Mouse mouse(*scene);
+    mouse.click(scenePos);
+    mouse.doubleClick(scenePos);
 }
 
 // The message box now in its modal run, or null.
@@ -115,17 +92,6 @@ inline QImage picture(QWidget *window)
     img.fill(Qt::transparent);
     window->render(&img, QPoint(), QRegion(), QWidget::DrawChildren);
     return img;
-}
-
-// Saves the picture next to the test executable, on a grey desktop, for looking at.
-inline void savePicture(const QImage &img, const QString &name)
-{
-    QImage onGrey(img.size(), QImage::Format_ARGB32_Premultiplied);
-    onGrey.fill(QColor(200, 200, 200));
-    QPainter p(&onGrey);
-    p.drawImage(0, 0, img);
-    p.end();
-    onGrey.save(QCoreApplication::applicationDirPath() + QLatin1Char('/') + name + QStringLiteral(".png"));
 }
 
 } // namespace dialogtest
