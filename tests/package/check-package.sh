@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs the built library into a scratch prefix, then builds and runs the
 # example consumer (examples/consumer) through the CMake package and through
-# pkg-config, so that packaging cannot rot.
+# pkg-config, so that packaging cannot rot; the README's tutorial is built and
+# its document linted the same way.
 set -euo pipefail
 build_dir=$1
 source_dir=$(cd "$(dirname "$0")/../.." && pwd)
@@ -38,4 +39,16 @@ flags=$(PKG_CONFIG_PATH="$libdir" pkg-config --cflags --libs zkit)
 c++ -std=c++17 -fPIC "$consumer/main.cpp" -o "$work/pc-build/consumer" $flags
 cp "$consumer/consumer.xml" "$work/pc-build/"
 "$work/pc-build/consumer"
-echo "package: cmake and pkg-config consumers ran"
+
+# The README's tutorial: its program builds against the installed package and
+# its document loads without a diagnostic.
+block() { awk -v lang="$1" '$0 == "```" lang { inside = 1; next } $0 == "```" { if (inside) exit } inside' "$source_dir/README.md"; }
+block cpp > "$work/tutorial.cpp"
+block xml > "$work/hello.xml"
+[ -s "$work/tutorial.cpp" ] && [ -s "$work/hello.xml" ] || { echo "README has no tutorial blocks" >&2; exit 1; }
+# shellcheck disable=SC2086
+c++ -std=c++17 -fPIC "$work/tutorial.cpp" -o "$work/tutorial" $flags
+if [ -x "$work/prefix/bin/zkit-preview" ]; then
+    "$work/prefix/bin/zkit-preview" --lint "$work/hello.xml"
+fi
+echo "package: cmake and pkg-config consumers ran, the README tutorial builds and lints"
