@@ -444,6 +444,15 @@ public:
     void text(const char *s, bool protectEdges)
     {
         size_t n = std::strlen(s);
+        // U+FEFF opening the output would be read back as the UTF-8
+        // byte-order mark and dropped: it goes as a reference.
+        if (len == 0 && n >= 3 && options().encoding == char_encoding_UTF8
+            && static_cast<unsigned char>(s[0]) == 0xEF && static_cast<unsigned char>(s[1]) == 0xBB
+            && static_cast<unsigned char>(s[2]) == 0xBF) {
+            put("&#65279;", 8);
+            s += 3;
+            n -= 3;
+        }
         if (!protectEdges) {
             escaped(s, n);
             return;

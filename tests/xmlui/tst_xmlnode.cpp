@@ -598,6 +598,8 @@ void tst_XMLNode::roundTrip_data()
     QTest::newRow("utf-8") << QByteArray("<a \xe5\x90\x8d='\xe5\x80\xbc'>\xe4\xb8\xad\xe6\x96\x87</a>") << true;
     QTest::newRow("declarations") << QByteArray("<?xml version='1.0'?><a><?xml v='2'?></a>") << true;
     QTest::newRow("several roots") << QByteArray("<a/>text<b/>") << true;
+    // Past the byte-order mark, text that itself opens with U+FEFF.
+    QTest::newRow("text opening with U+FEFF") << QByteArray("\xef\xbb\xbf\xef\xbb\xbfhead<a/>") << true;
 }
 
 void tst_XMLNode::roundTrip()
