@@ -63,7 +63,7 @@ public:
     bool widthToChild = false;
     bool heightToChild = false;
     bool idealPending = false;
-    bool dying = false; // in ~ZWidget: no more font, palette or size bookkeeping
+    bool dying = false; // in ~ZWidget: leaving the parent resolves no font or palette
 
     bool content = false;
     QBrush background;
