@@ -787,10 +787,17 @@ void ZTableWidget::hoverMoveEvent(QGraphicsSceneHoverEvent *event)
 {
     Z_D(ZTableWidget);
     const bool onHandle = d->resizing >= 0 || resizeHandleAt(event->pos()) >= 0;
-    if (onHandle)
-        setCursor(Qt::SplitHCursor);
-    else if (hasCursor())
-        unsetCursor();
+    if (onHandle != d->cursorOnHandle) {
+        d->cursorOnHandle = onHandle;
+        if (onHandle) {
+            d->cursorBeforeHandle = hasCursor() ? std::optional<QCursor>(cursor()) : std::nullopt;
+            setCursor(Qt::SplitHCursor);
+        } else if (d->cursorBeforeHandle) {
+            setCursor(*d->cursorBeforeHandle);
+        } else {
+            unsetCursor();
+        }
+    }
     ZWidget::hoverMoveEvent(event);
 }
 

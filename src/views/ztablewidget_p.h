@@ -11,7 +11,9 @@
 
 #include <QtCore/qbasictimer.h>
 #include <QtCore/qpointer.h>
+#include <QtGui/qcursor.h>
 
+#include <optional>
 #include <vector>
 
 class ZScrollBar;
@@ -65,6 +67,10 @@ public:
     int resizing = -1;
     qreal resizeStartX = 0;
     int resizeStartWidth = 0;
+    // Over a resize handle the table shows the split cursor; the cursor it
+    // had before (an application's, or none) comes back when it leaves.
+    bool cursorOnHandle = false;
+    std::optional<QCursor> cursorBeforeHandle;
 };
 
 #endif // ZTABLEWIDGET_P_H

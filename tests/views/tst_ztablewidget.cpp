@@ -190,6 +190,21 @@ private Q_SLOTS:
         QCOMPARE(m_table->resizeHandleAt(pos), column);
     }
 
+    // Over an edge the split cursor; away from it the table's own cursor, or none.
+    void handleCursor()
+    {
+        for (bool own : {false, true}) {
+            if (own)
+                m_table->setCursor(Qt::PointingHandCursor);
+            scenetest::sendHoverTo(m_table, QEvent::GraphicsSceneHoverMove, QPointF(50, 10));
+            QCOMPARE(m_table->cursor().shape(), Qt::SplitHCursor);
+            scenetest::sendHoverTo(m_table, QEvent::GraphicsSceneHoverMove, QPointF(20, 30));
+            QCOMPARE(m_table->hasCursor(), own);
+            if (own)
+                QCOMPARE(m_table->cursor().shape(), Qt::PointingHandCursor);
+        }
+    }
+
     void dragResizes()
     {
         QSignalSpy resized(m_table, &ZTableWidget::columnResized);
