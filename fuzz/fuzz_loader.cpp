@@ -299,8 +299,30 @@ bool showable(const QWidget *window)
         && window->width() <= Limit && window->height() <= Limit;
 }
 
+// A shown window may still grow past the limit afterwards, and so may the
+// other top-level widgets an input brings up - pop-ups, and the editors
+// that line edits embed, which paint into a buffer of their own size: any
+// of them is hidden before it paints at such a size.
+class HideWhenOversized : public QObject
+{
+public:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() != QEvent::Resize && event->type() != QEvent::Show && event->type() != QEvent::UpdateRequest)
+            return false;
+        auto *widget = qobject_cast<QWidget *>(watched);
+        if (widget && widget->isWindow() && !showable(widget)) {
+            widget->hide();
+            return event->type() == QEvent::UpdateRequest;
+        }
+        return false;
+    }
+};
+
 void exercise(QPointer<QWidget> window, fuzz::Input &in)
 {
+    HideWhenOversized oversized;
+    qApp->installEventFilter(&oversized);
     ZTheme::setThemeColor(QColor(in.byte(), in.byte(), in.byte()));
     // Raw documents use every byte for the text: they get a plain size.
     const int w = in.atEnd() ? 320 : in.byte() * 4;
