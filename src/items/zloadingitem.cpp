@@ -1,5 +1,6 @@
 #include "zloadingitem.h"
 #include "zloadingitem_p.h"
+#include "zplayback_p.h"
 
 #include "zcreator.h"
 #include "ztheme.h"
@@ -14,29 +15,9 @@ const char *const ZLoadingItem::DefaultImagePath = ":/image/theme/anijuhua.png";
 void ZLoadingItemPrivate::sync()
 {
     Z_Q(ZLoadingItem);
-    const bool run = active && q->isVisible() && q->scene() && !pixmap.isNull();
-    switch (animation->state()) {
-    case QAbstractAnimation::Running:
-        if (!active)
-            animation->stop();
-        else if (!run)
-            animation->pause();
-        break;
-    case QAbstractAnimation::Paused:
-        if (run)
-            animation->resume();
-        else if (!active)
-            animation->stop();
-        break;
-    case QAbstractAnimation::Stopped:
-        if (run) {
-            // Go on from the angle shown (start() reports the start value first).
-            const int time = int(std::round(rawAngle / 360 * animation->duration()));
-            animation->start();
-            animation->setCurrentTime(time);
-        }
-        break;
-    }
+    // Go on from the angle shown.
+    ZPlayback::sync(animation, active, q->isVisible() && q->scene() && !pixmap.isNull(),
+                    [this] { return int(std::round(rawAngle / 360 * animation->duration())); });
 }
 
 void ZLoadingItemPrivate::setRawAngle(qreal degrees)

@@ -1,5 +1,6 @@
 #include "zsequentimageitem.h"
 #include "zsequentimageitem_p.h"
+#include "zplayback_p.h"
 
 #include "zcreator.h"
 #include "ztheme.h"
@@ -77,29 +78,10 @@ void ZSequentImageItemPrivate::configure()
 void ZSequentImageItemPrivate::sync()
 {
     Z_Q(ZSequentImageItem);
-    const bool run = wanted && !frames.isEmpty() && q->isVisible() && q->scene();
-    switch (animation->state()) {
-    case QAbstractAnimation::Running:
-        if (!wanted)
-            animation->stop();
-        else if (!run)
-            animation->pause();
-        break;
-    case QAbstractAnimation::Paused:
-        if (run)
-            animation->resume();
-        else if (!wanted)
-            animation->stop();
-        break;
-    case QAbstractAnimation::Stopped:
-        if (run) {
-            const int from = qMax(0, current);
-            animation->start();
-            // Time of the current frame, rounded up so that it maps back to it.
-            animation->setCurrentTime(int(std::ceil(from * qreal(animation->duration()) / frames.size())));
-        }
-        break;
-    }
+    // Time of the current frame, rounded up so that it maps back to it.
+    ZPlayback::sync(animation, wanted, !frames.isEmpty() && q->isVisible() && q->scene(), [this] {
+        return int(std::ceil(qMax(0, current) * qreal(animation->duration()) / frames.size()));
+    });
 }
 
 ZSequentImageItem::ZSequentImageItem(QGraphicsItem *parent)
