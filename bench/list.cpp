@@ -112,6 +112,24 @@ void runZkit(int rows, double *stepMicros, int *mostItems, double *fillMillis)
     scrollPass(scene, list, stepMicros, mostItems);
 }
 
+// The peer's step: the scroll bar moved, the events delivered, the view
+// rendered; the median in microseconds.
+double peerScrollPass(QAbstractItemView &view)
+{
+    QScrollBar *bar = view.verticalScrollBar();
+    QImage image(Width, Height, QImage::Format_ARGB32_Premultiplied);
+    std::vector<double> times;
+    for (int value : stepValues(bar->maximum())) {
+        const double start = nowSeconds();
+        bar->setValue(value);
+        QCoreApplication::processEvents();
+        image.fill(Qt::white);
+        view.render(&image);
+        times.push_back(nowSeconds() - start);
+    }
+    return medianOf(times) * 1e6;
+}
+
 double runListView(int rows)
 {
     QStringList texts;
@@ -126,18 +144,7 @@ double runListView(int rows)
     view.show();
     QCoreApplication::processEvents();
 
-    QScrollBar *bar = view.verticalScrollBar();
-    QImage image(Width, Height, QImage::Format_ARGB32_Premultiplied);
-    std::vector<double> times;
-    for (int value : stepValues(bar->maximum())) {
-        const double start = nowSeconds();
-        bar->setValue(value);
-        QCoreApplication::processEvents();
-        image.fill(Qt::white);
-        view.render(&image);
-        times.push_back(nowSeconds() - start);
-    }
-    return medianOf(times) * 1e6;
+    return peerScrollPass(view);
 }
 
 // The tree's shape: every group is one node with this many children.
@@ -222,18 +229,7 @@ double runTreeView(int nodes)
     view.show();
     QCoreApplication::processEvents();
 
-    QScrollBar *bar = view.verticalScrollBar();
-    QImage image(Width, Height, QImage::Format_ARGB32_Premultiplied);
-    std::vector<double> times;
-    for (int value : stepValues(bar->maximum())) {
-        const double start = nowSeconds();
-        bar->setValue(value);
-        QCoreApplication::processEvents();
-        image.fill(Qt::white);
-        view.render(&image);
-        times.push_back(nowSeconds() - start);
-    }
-    return medianOf(times) * 1e6;
+    return peerScrollPass(view);
 }
 
 } // namespace
