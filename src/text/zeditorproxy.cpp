@@ -3,6 +3,7 @@
 #include "zframeitem.h"
 
 #include <QtWidgets/qgraphicssceneevent.h>
+#include <QtWidgets/qstyleoption.h>
 #include <QtWidgets/qwidget.h>
 
 ZEditorProxy::ZEditorProxy(QGraphicsItem *parent)
@@ -11,6 +12,75 @@ ZEditorProxy::ZEditorProxy(QGraphicsItem *parent)
 }
 
 ZEditorProxy::~ZEditorProxy() = default;
+
+void ZEditorProxy::setDormantWidget(QWidget *editor)
+{
+    // Hidden on purpose, so that the proxy does not show it; the proxy copies
+    // that state, and is made visible again without passing it on.
+    editor->hide();
+    setWidget(editor);
+    dormant = editor != nullptr;
+    setVisible(true);
+}
+
+void ZEditorProxy::wake()
+{
+    if (!dormant)
+        return;
+    dormant = false;
+    if (isVisible())
+        widget()->show();
+}
+
+void ZEditorProxy::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget)
+{
+    if (!dormant) {
+        QGraphicsProxyWidget::paint(painter, option, widget);
+        return;
+    }
+    // What the proxy does for a shown widget.
+    const QRect exposed = (option->exposedRect & rect()).toAlignedRect();
+    if (!exposed.isEmpty())
+        this->widget()->render(painter, exposed.topLeft(), exposed);
+}
+
+QVariant ZEditorProxy::itemChange(GraphicsItemChange change, const QVariant &value)
+{
+    // A dormant editor stays hidden whatever becomes of the proxy.
+    if (dormant && (change == ItemVisibleChange || change == ItemVisibleHasChanged))
+        return QGraphicsWidget::itemChange(change, value);
+    return QGraphicsProxyWidget::itemChange(change, value);
+}
+
+void ZEditorProxy::focusInEvent(QFocusEvent *event)
+{
+    wake();
+    QGraphicsProxyWidget::focusInEvent(event);
+}
+
+void ZEditorProxy::hoverEnterEvent(QGraphicsSceneHoverEvent *event)
+{
+    wake();
+    QGraphicsProxyWidget::hoverEnterEvent(event);
+}
+
+void ZEditorProxy::mousePressEvent(QGraphicsSceneMouseEvent *event)
+{
+    wake();
+    QGraphicsProxyWidget::mousePressEvent(event);
+}
+
+void ZEditorProxy::mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event)
+{
+    wake();
+    QGraphicsProxyWidget::mouseDoubleClickEvent(event);
+}
+
+void ZEditorProxy::dragEnterEvent(QGraphicsSceneDragDropEvent *event)
+{
+    wake();
+    QGraphicsProxyWidget::dragEnterEvent(event);
+}
 
 void ZEditorProxy::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
 {

@@ -15,6 +15,11 @@ class ZWidget;
  * The proxy hosting a text editor inside a field. A plain proxy keeps a
  * context-menu request to itself while it has no focus; this one lets every
  * request through to the field beneath, whose menu it is.
+ *
+ * A proxy shows its widget, and a shown top-level widget gets a native window
+ * of its own. Most fields of a form are only looked at, so an editor given
+ * with setDormantWidget() stays hidden and is drawn by the proxy until the
+ * user first reaches it: the pointer entering it, a press, a drag, or focus.
  */
 class ZEditorProxy : public QGraphicsProxyWidget
 {
@@ -22,8 +27,25 @@ public:
     explicit ZEditorProxy(QGraphicsItem *parent = nullptr);
     ~ZEditorProxy() override;
 
+    /* Hosts \a editor without showing it (see above). */
+    void setDormantWidget(QWidget *editor);
+    /* Shows the hosted editor, if it is still dormant. */
+    void wake();
+    bool isDormant() const { return dormant; }
+
+    void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) override;
+
 protected:
+    QVariant itemChange(GraphicsItemChange change, const QVariant &value) override;
     void contextMenuEvent(QGraphicsSceneContextMenuEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void hoverEnterEvent(QGraphicsSceneHoverEvent *event) override;
+    void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
+    void mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event) override;
+    void dragEnterEvent(QGraphicsSceneDragDropEvent *event) override;
+
+private:
+    bool dormant = false;
 };
 
 /*

@@ -34,7 +34,7 @@ void ZLineEditPrivate::init()
     edit->setPalette(palette);
 
     proxy = new ZEditorProxy(q);
-    proxy->setWidget(edit);
+    proxy->setDormantWidget(edit);
     // The widget decides the size; the editor's own minimum would make the
     // proxy stick out of small fields.
     proxy->setMinimumSize(0, 0);
@@ -136,6 +136,7 @@ void ZLineEdit::setFocus(bool on)
 {
     Z_D(ZLineEdit);
     if (on) {
+        d->proxy->wake();
         d->edit->setFocus(Qt::OtherFocusReason);
     } else {
         d->edit->clearFocus();

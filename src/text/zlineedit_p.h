@@ -8,8 +8,8 @@
 #include "zlineedit.h"
 #include "zwidget_p.h"
 
-class QGraphicsProxyWidget;
 class QValidator;
+class ZEditorProxy;
 class ZFrameItem;
 
 class ZLineEditPrivate : public ZWidgetPrivate
@@ -24,7 +24,7 @@ public:
     // What the user is told when \a validator does not accept the text.
     QString rejectionMessage(const QValidator *validator) const;
 
-    QGraphicsProxyWidget *proxy = nullptr;
+    ZEditorProxy *proxy = nullptr;
     QLineEditEx *edit = nullptr;
     ZFrameItem *frame = nullptr;
     QString lastCheckedText;

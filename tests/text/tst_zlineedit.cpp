@@ -264,6 +264,64 @@ private slots:
         QCOMPARE(ZWidget::resolveDragPolicy(&f.edit, f.edit.mapToScene(QPointF(20, 10))), ZWidget::Nothing);
     }
 
+    // A field nobody has reached yet keeps its editor hidden, without a native
+    // window, and draws exactly as it will once shown; whatever reaches it
+    // shows the editor, and the first event already does its work.
+    void dormantEditor_data()
+    {
+        QTest::addColumn<QString>("trigger");
+        for (const char *trigger : {"hover", "press", "double click", "Tab", "setFocus"})
+            QTest::newRow(trigger) << QString::fromLatin1(trigger);
+    }
+
+    void dormantEditor()
+    {
+        QFETCH(QString, trigger);
+        Field f;
+        f.edit.setFrame(true);
+        f.edit.setTextColor(QColor(200, 0, 0));
+        f.edit.setFontSize(15);
+        f.edit.setText(QStringLiteral("Dormant 123"));
+        scenetest::settle();
+        const QSize size(170, 30);
+        const QImage before = scenetest::render(f.scene, size);
+        QVERIFY(!f.editor()->isVisible() && !f.editor()->windowHandle());
+        // Hiding and showing the field leaves it dormant.
+        f.edit.hide();
+        f.edit.show();
+        QVERIFY(!f.editor()->isVisible());
+        QVERIFY(scenetest::countOf(before, [](QColor c) { return c.red() > 150 && c.green() < 80; }) > 20);
+
+        const QPointF inside = f.edit.mapToScene(QPointF(6, 12));
+        scenetest::Mouse mouse(f.scene);
+        if (trigger == QLatin1String("hover")) {
+            scenetest::sendHoverTo(f.proxy(), QEvent::GraphicsSceneHoverEnter, QPointF(6, 12));
+        } else if (trigger == QLatin1String("press")) {
+            mouse.click(inside);
+        } else if (trigger == QLatin1String("double click")) {
+            mouse.doubleClick(inside);
+        } else if (trigger == QLatin1String("Tab")) {
+            f.scene.focusElsewhere();
+            scenetest::key(f.scene, Qt::Key_Tab);
+        } else {
+            f.edit.setFocus(true);
+        }
+        QVERIFY(f.editor()->isVisible());
+        if (trigger == QLatin1String("hover"))
+            QCOMPARE(scenetest::render(f.scene, size), before);
+        else if (trigger == QLatin1String("press"))
+            QCOMPARE(f.editor()->cursorPosition(), 0);
+        else if (trigger == QLatin1String("double click"))
+            QCOMPARE(f.editor()->selectedText(), QStringLiteral("Dormant"));
+        else
+            QVERIFY(f.edit.focus());
+        // Shown, the editor follows the field as a hosted widget does.
+        f.edit.hide();
+        QVERIFY(!f.editor()->isVisible());
+        f.edit.show();
+        QVERIFY(f.editor()->isVisible());
+    }
+
     // The frame comes on demand, follows the size, lies under the editor, and
     // keeps a chosen image while hidden; an image alone shows it.
     void frame()
