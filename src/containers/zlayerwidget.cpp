@@ -22,6 +22,7 @@ ZLayerWidget::ZLayerWidget(QGraphicsItem *parent)
 ZLayerWidget::ZLayerWidget(ZLayerWidgetPrivate &dd, QGraphicsItem *parent)
     : ZWidget(dd, parent)
 {
+    dd.hintsFollowChildren = true;
 }
 
 ZLayerWidget::~ZLayerWidget() = default;

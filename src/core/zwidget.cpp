@@ -9,6 +9,7 @@
 #include <QtCore/qcoreapplication.h>
 #include <QtCore/qmetaobject.h>
 #include <QtCore/qset.h>
+#include <QtGui/qevent.h>
 #include <QtGui/qpalette.h>
 #include <QtWidgets/qgraphicsanchorlayout.h>
 #include <QtWidgets/qgraphicseffect.h>
@@ -492,6 +493,8 @@ void ZWidget::setMargins(const QMargins &margins)
     d->margins = margins;
     if (QGraphicsLayout *lay = layout())
         lay->setContentsMargins(margins.left(), margins.top(), margins.right(), margins.bottom());
+    else if (d->hintsFollowChildren)
+        updateGeometry();
     d->scheduleIdealSize();
 }
 
@@ -724,6 +727,15 @@ QSizeF ZWidget::sizeHint(Qt::SizeHint which, const QSizeF &constraint) const
             hint.setHeight(ideal.height());
     }
     return hint;
+}
+
+void ZWidget::updateGeometry()
+{
+    QGraphicsWidget::updateGeometry();
+    if (parentLayoutItem())
+        return;
+    if (ZWidget *parent = d_func()->parentZWidget(); parent && parent->d_func()->hintsFollowChildren)
+        parent->updateGeometry();
 }
 
 QColor ZWidget::backgroundColor() const
@@ -1226,6 +1238,20 @@ void ZWidget::hideEvent(QHideEvent *event)
 
 QVariant ZWidget::itemChange(GraphicsItemChange change, const QVariant &value)
 {
+    // The scene announces every item it polishes as becoming visible, also
+    // one that has been visible all along. QGraphicsWidget then drops its
+    // size hints, and every layout of a window laid out before its first
+    // polish would run a second time for nothing. Such an item only gets
+    // what a shown widget gets.
+    if (change == ItemVisibleChange && value.toBool() && isVisible()) {
+        QShowEvent event;
+        QCoreApplication::sendEvent(this, &event);
+        if (!testAttribute(Qt::WA_Resized)) {
+            adjustSize();
+            setAttribute(Qt::WA_Resized, false);
+        }
+        return value;
+    }
     const QVariant result = QGraphicsWidget::itemChange(change, value);
     Z_D(ZWidget);
     switch (change) {

@@ -441,6 +441,7 @@ protected:
     void resizeEvent(QGraphicsSceneResizeEvent *event) override;
     void contextMenuEvent(QGraphicsSceneContextMenuEvent *event) override;
     QSizeF sizeHint(Qt::SizeHint which, const QSizeF &constraint = QSizeF()) const override;
+    void updateGeometry() override;
 
     std::unique_ptr<ZWidgetPrivate> d_zptr;
 

@@ -64,6 +64,9 @@ public:
     bool heightToChild = false;
     bool idealPending = false;
     bool dying = false; // in ~ZWidget: leaving the parent resolves no font or palette
+    // Sizes itself after its children's hints with no layout between them
+    // (layer widgets): a child's new hints are this widget's new hints.
+    bool hintsFollowChildren = false;
 
     bool content = false;
     QBrush background;

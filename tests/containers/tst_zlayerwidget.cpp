@@ -35,9 +35,14 @@ private slots:
         QCOMPARE(m_children.at(1)->geometry(), QRectF(2, 3, 10, 10));
         m_layers->resize(50, 40);
         QCOMPARE(m_children.at(2)->geometry(), QRectF(2, 3, 44, 32));
-        // Smaller than the margins: empty, not negative.
+        // No smaller than its largest layer's minimum.
         m_layers->resize(3, 3);
-        QCOMPARE(m_children.at(0)->size(), QSizeF(0, 0));
+        QCOMPARE(m_layers->size(), QSizeF(16, 18));
+        // Nothing but the margins: empty layers.
+        m_children.at(1)->clearSizeHint();
+        m_layers->resize(3, 3);
+        QCOMPARE(m_layers->size(), QSizeF(6, 8));
+        QCOMPARE(m_children.at(0)->geometry(), QRectF(2, 3, 0, 0));
         // The layers are the layout.
         m_layers->setLayoutType(ZWidget::VBox);
         QCOMPARE(m_layers->layoutType(), ZWidget::None);

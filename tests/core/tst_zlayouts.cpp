@@ -5,6 +5,7 @@
 #include <QtWidgets/QProxyStyle>
 
 #include "qgraphicsflowlayout.h"
+#include "zlayerwidget.h"
 #include "zwidget.h"
 
 using Sizes = QList<QSizeF>;
@@ -41,6 +42,16 @@ public:
 private:
     int m_horizontal;
     int m_vertical;
+};
+
+struct ShowCounter : QObject
+{
+    int shows = 0;
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        shows += event->type() == QEvent::Show;
+        return false;
+    }
 };
 
 } // namespace
@@ -647,6 +658,60 @@ private slots:
         }
     }
 
+    // A window laid out before the scene polishes its items (a shown window
+    // is sized before the event loop runs) keeps its layout: polishing
+    // announces items visible all along, which changes no size. Items still
+    // get their show event, and genuinely shown items still count again.
+    void polishKeepsLayout()
+    {
+        QGraphicsScene scene;
+        auto *column = new ZWidget;
+        column->setLayoutType(ZWidget::VBox);
+        scene.addItem(column);
+        QList<ZWidget *> rows;
+        for (int i = 0; i < 3; ++i) {
+            auto *row = new ZWidget;
+            row->setLayoutType(ZWidget::HBox);
+            column->addItem(row);
+            fixedWidget(QSizeF(20, 10), row);
+            fixedWidget(QSizeF(30, 10), row);
+            rows << row;
+        }
+        ShowCounter shown;
+        rows.at(1)->installEventFilter(&shown);
+        column->resize(100, 40);
+        column->activateLayout();
+        QVERIFY(column->layout()->isActivated() && rows.at(0)->layout()->isActivated());
+        QCoreApplication::processEvents();
+        QCOMPARE(shown.shows, 1);
+        QVERIFY(column->layout()->isActivated());
+        for (ZWidget *row : std::as_const(rows))
+            QVERIFY(row->layout()->isActivated());
+
+        rows.at(1)->hide();
+        QCoreApplication::processEvents();
+        QCOMPARE(rows.at(2)->geometry().top(), 10.0);
+        rows.at(1)->show();
+        QCoreApplication::processEvents();
+        QCOMPARE(rows.at(2)->geometry().top(), 20.0);
+    }
+
+    // A layer widget sizes itself after its layers without a layout between
+    // them: a layer's new hints and the widget's margins reach its own.
+    void layerHintsFollowLayers()
+    {
+        QGraphicsScene scene;
+        auto *layers = new ZLayerWidget;
+        scene.addItem(layers);
+        auto *layer = fixedWidget(QSizeF(20, 10));
+        layers->addItem(layer);
+        QCoreApplication::processEvents();
+        QCOMPARE(layers->effectiveSizeHint(Qt::MinimumSize), QSizeF(20, 10));
+        layer->setFixSize(QSizeF(40, 30));
+        QCOMPARE(layers->effectiveSizeHint(Qt::MinimumSize), QSizeF(40, 30));
+        layers->setMargins(QMargins(1, 2, 3, 4));
+        QCOMPARE(layers->effectiveSizeHint(Qt::PreferredSize), QSizeF(44, 36));
+    }
 };
 
 QTEST_MAIN(tst_ZLayouts)
