@@ -9,6 +9,7 @@
 #include <QtCore/qcoreapplication.h>
 #include <QtCore/qmetaobject.h>
 #include <QtCore/qset.h>
+#include <QtCore/qvarlengtharray.h>
 #include <QtGui/qevent.h>
 #include <QtGui/qpalette.h>
 #include <QtWidgets/qgraphicsanchorlayout.h>
@@ -57,21 +58,21 @@ bool canAdopt(const ZWidget *parent, const ZWidget *item)
     return true;
 }
 
-// Every ZWidget at or below \a root, parents before children.
-QList<ZWidget *> zwidgetsBelow(QGraphicsItem *root)
+// Calls \a visit for every ZWidget at or below \a root, parents before
+// children; walked without recursion, so any depth is safe.
+template<typename Visit>
+void forEachZWidgetBelow(QGraphicsItem *root, Visit &&visit)
 {
-    QList<ZWidget *> result;
-    std::deque<QGraphicsItem *> stack{root};
-    while (!stack.empty()) {
-        QGraphicsItem *item = stack.back();
-        stack.pop_back();
+    QVarLengthArray<QGraphicsItem *, 32> stack{root};
+    while (!stack.isEmpty()) {
+        QGraphicsItem *item = stack.last();
+        stack.removeLast();
         if (ZWidget *w = asZWidget(item))
-            result.append(w);
+            visit(w);
         const QList<QGraphicsItem *> children = item->childItems();
         for (auto it = children.crbegin(); it != children.crend(); ++it)
-            stack.push_back(*it);
+            stack.append(*it);
     }
-    return result;
 }
 
 } // namespace
@@ -251,6 +252,9 @@ ZWidget::~ZWidget()
             if (item->isWidget() && static_cast<QGraphicsWidget *>(item)->parentLayoutItem() == l)
                 static_cast<QGraphicsWidget *>(item)->setParentLayoutItem(nullptr);
         }
+        // Cut off from this widget, the layout empties itself without
+        // invalidating the widget and its ancestors once per item.
+        l->setParentLayoutItem(nullptr);
         setLayout(nullptr);
     }
     // A child's destructor may take siblings with it: look again each time.
@@ -1063,18 +1067,14 @@ void ZWidget::clearThemeCheckFlag()
 {
     // Descendants that follow their parents may have cached an answer that
     // depended on this widget.
-    const QList<ZWidget *> widgets = zwidgetsBelow(this);
-    for (ZWidget *w : widgets)
-        w->d_func()->themeChecked = false;
+    forEachZWidgetBelow(this, [](ZWidget *w) { w->d_func()->themeChecked = false; });
 }
 
 void ZWidget::changeTheme()
 {
     // Collected first: a theme change may create or delete children.
     QList<QPointer<ZWidget>> widgets;
-    const QList<ZWidget *> below = zwidgetsBelow(this);
-    for (ZWidget *w : below)
-        widgets.append(w);
+    forEachZWidgetBelow(this, [&widgets](ZWidget *w) { widgets.append(w); });
     for (const QPointer<ZWidget> &w : std::as_const(widgets)) {
         if (w && w->hasTheme())
             w->doThemeChange();
@@ -1257,7 +1257,8 @@ QVariant ZWidget::itemChange(GraphicsItemChange change, const QVariant &value)
     switch (change) {
     case ItemParentHasChanged:
         d->anchored = false;
-        clearThemeCheckFlag();
+        if (!d->dying)
+            clearThemeCheckFlag();
         break;
     case ItemEnabledHasChanged:
         on_enabledChanged();
