@@ -4,6 +4,8 @@
 #include "zutility.h"
 
 #include <QtCore/qpointer.h>
+#include <QtGui/qpainter.h>
+#include <QtGui/qpixmapcache.h>
 #include <QtWidgets/qgraphicssceneevent.h>
 
 namespace {
@@ -20,6 +22,49 @@ QString presetPath(const char *normal, const char *hover)
 int cornerRadius(ZFrameItem::FrameType type)
 {
     return type == ZFrameItem::RoundRect ? 3 : 4 + (type - ZFrameItem::RoundRect4Pixel);
+}
+
+void drawGrid(QPainter *painter, const QRectF &target, const QPixmap &pixmap, ZFrameItem::FrameType type)
+{
+    if (type == ZFrameItem::GridFour)
+        ZUtility::drawGridFour(painter, target, pixmap);
+    else if (type == ZFrameItem::GridFrameFour)
+        ZUtility::drawGridFrameFour(painter, target, pixmap);
+    else
+        ZUtility::drawGridNine(painter, target, pixmap);
+}
+
+// A grid frame is several pieces of its image; every button of a form draws
+// the same ones. The pieces are put together once per image, type and size
+// and then drawn whole, at the nearest device pixel. Only where that is
+// what drawing the pieces gives: one device pixel per unit, no rotation or
+// scaling, source-over, and a frame no smaller than its image (the pieces
+// then lie side by side).
+void drawGridComposed(QPainter *painter, const QRectF &target, const QPixmap &pixmap, ZFrameItem::FrameType type)
+{
+    const QRect whole = target.toRect();
+    if (QRectF(whole) != target || painter->worldTransform().type() > QTransform::TxTranslate
+        || painter->compositionMode() != QPainter::CompositionMode_SourceOver
+        || painter->device()->devicePixelRatio() != 1 || pixmap.devicePixelRatio() != 1
+        || whole.width() < pixmap.width() || whole.height() < pixmap.height()) {
+        drawGrid(painter, target, pixmap, type);
+        return;
+    }
+    const QString key = QStringLiteral("zframe:%1:%2:%3x%4")
+                            .arg(pixmap.cacheKey())
+                            .arg(int(type))
+                            .arg(whole.width())
+                            .arg(whole.height());
+    QPixmap composed;
+    if (!QPixmapCache::find(key, &composed)) {
+        composed = QPixmap(whole.size());
+        composed.fill(Qt::transparent);
+        QPainter piece(&composed);
+        drawGrid(&piece, QRectF(QPointF(), whole.size()), pixmap, type);
+        piece.end();
+        QPixmapCache::insert(key, composed);
+    }
+    painter->drawPixmap(whole.topLeft(), composed);
 }
 
 } // namespace
@@ -383,9 +428,9 @@ void ZFrameItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWid
         case StretchVTwoSize: ZUtility::drawStretchVTwoSize(painter, r, pixmap); break;
         case StretchHMiddle: ZUtility::drawStretchHMiddle(painter, r, pixmap); break;
         case StretchVMiddle: ZUtility::drawStretchVMiddle(painter, r, pixmap); break;
-        case GridFour: ZUtility::drawGridFour(painter, r, pixmap); break;
-        case GridFrameFour: ZUtility::drawGridFrameFour(painter, r, pixmap); break;
-        case GridNine: ZUtility::drawGridNine(painter, r, pixmap); break;
+        case GridFour:
+        case GridFrameFour:
+        case GridNine: drawGridComposed(painter, r, pixmap, type); break;
         default: break; // negative values: no rule
         }
     } else if (type > BitmapEnd && type < ColorFrameEnd) {

@@ -531,6 +531,68 @@ private slots:
         QCOMPARE(scenetest::render(scene, QRectF(QPointF(), size), Qt::transparent, ratio), expected);
         QCOMPARE(expected != canvas(size, ratio), rules.contains(type));
     }
+
+    void gridsDrawnWhole_data()
+    {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<QRectF>("geometry");
+        QTest::addColumn<qreal>("opacity");
+        for (int type : {ZFrameItem::GridFour, ZFrameItem::GridFrameFour, ZFrameItem::GridNine}) {
+            const char *name = QMetaEnum::fromType<ZFrameItem::FrameType>().valueToKey(type);
+            QTest::addRow("%s wide", name) << type << QRectF(3, 4, 60, 30) << 1.0;
+            QTest::addRow("%s image size, half opaque", name) << type << QRectF(7, 2, 9, 7) << 0.5;
+            QTest::addRow("%s between pixels", name) << type << QRectF(3.4, 4.6, 60, 30) << 1.0;
+            QTest::addRow("%s smaller than the image", name) << type << QRectF(5, 5, 6, 4) << 1.0;
+        }
+    }
+    // A grid frame looks the same whether its pieces are drawn one by one or
+    // put together once and drawn whole (at the nearest pixel), also from
+    // the second item of a size on and with a translucent image.
+    void gridsDrawnWhole()
+    {
+        QFETCH(int, type);
+        QFETCH(QRectF, geometry);
+        QFETCH(qreal, opacity);
+        const QMap<int, std::function<void(QPainter *, const QRectF &, const QPixmap &)>> rules = {
+            {ZFrameItem::GridFour, ZUtility::drawGridFour},
+            {ZFrameItem::GridFrameFour, ZUtility::drawGridFrameFour},
+            {ZFrameItem::GridNine, ZUtility::drawGridNine},
+        };
+        QImage translucent = labelledPixmap(QSize(9, 7), 1).toImage().convertToFormat(QImage::Format_ARGB32);
+        for (int y = 0; y < translucent.height(); ++y) {
+            for (int x = 0; x < translucent.width(); ++x) {
+                QColor c = translucent.pixelColor(x, y);
+                c.setAlpha(60 + 20 * ((x + y) % 10));
+                translucent.setPixelColor(x, y, c);
+            }
+        }
+        const QPixmap pixmap = QPixmap::fromImage(translucent);
+
+        // Two of one size, then a wider one.
+        const auto placed = [&geometry](int i) { return geometry.adjusted(0, 40 * i, i == 2 ? 12 : 0, 40 * i); };
+        QGraphicsScene scene;
+        for (int i = 0; i < 3; ++i) {
+            auto *item = new ZFrameItem;
+            scene.addItem(item);
+            item->setThemePolicy(ZWidget::NoTheme);
+            item->appendPixmap(pixmap);
+            item->setFrameType(ZFrameItem::FrameType(type));
+            item->setGeometry(placed(i));
+            item->setOpacity(opacity);
+        }
+        const QSize size(90, 120);
+        QImage expected = canvas(size);
+        expected.fill(QColor(30, 90, 200));
+        for (int i = 0; i < 3; ++i) {
+            QPainter painter(&expected);
+            const QRectF at(placed(i).topLeft().toPoint(), placed(i).size());
+            painter.setClipRect(at);
+            painter.translate(at.topLeft());
+            painter.setOpacity(opacity);
+            rules[type](&painter, QRectF(QPointF(), at.size()), pixmap);
+        }
+        QCOMPARE(scenetest::render(scene, QRectF(QPointF(), size), QColor(30, 90, 200)), expected);
+    }
 };
 
 QTEST_MAIN(tst_ZFrameItem)
