@@ -368,7 +368,7 @@ QVariant setPropertyText(QObject *object, const QByteArray &name, const QString 
                             className(object)),
                    site, object);
         }
-        if (!object->setProperty(name.constData(), value) && reporting()) {
+        if (!property.write(object, value) && reporting()) {
             const QString why = !property.isWritable()
                 ? QStringLiteral("property %1 of %2 is read-only")
                       .arg(QLatin1String(property.name()), className(object))
