@@ -8,6 +8,7 @@
 #include "zmessagebox.h"
 
 #include <QtCore/qmath.h>
+#include <QtCore/qmetaobject.h>
 #include <QtCore/qpointer.h>
 #include <QtGui/qfontmetrics.h>
 #include <QtGui/qvalidator.h>
@@ -39,16 +40,33 @@ void ZLineEditPrivate::init()
     // proxy stick out of small fields.
     proxy->setMinimumSize(0, 0);
 
-    QObject::connect(edit, &QLineEditEx::clicked, q, &ZLineEdit::clicked);
-    QObject::connect(edit, &QLineEdit::textChanged, q, &ZLineEdit::textChanged);
-    QObject::connect(edit, &QLineEdit::textEdited, q, &ZLineEdit::textEdited);
-    QObject::connect(edit, &QLineEdit::cursorPositionChanged, q, &ZLineEdit::cursorPositionChanged);
-    QObject::connect(edit, &QLineEdit::returnPressed, q, &ZLineEdit::returnPressed);
-    QObject::connect(edit, &QLineEdit::editingFinished, q, &ZLineEdit::editingFinished);
-    QObject::connect(edit, &QLineEdit::selectionChanged, q, &ZLineEdit::selectionChanged);
+    // The editor's other signals are passed on once somebody listens (forward()).
     // Queued: the check may run a modal message box, which must not happen
     // inside the scene's focus change (the field could be deleted under it).
     QObject::connect(edit, &QLineEditEx::focusOut, q, &ZLineEdit::on_edit_focusOut, Qt::QueuedConnection);
+}
+
+void ZLineEditPrivate::forward(const QMetaMethod &signal)
+{
+    // Most fields of a form are never listened to, and a connection costs
+    // more than the rest of what a field sets up: each of the editor's
+    // signals is connected the first time the field's namesake is.
+    Z_Q(ZLineEdit);
+    int bit = 0;
+    const auto pass = [&](auto fieldSignal, auto editorSignal) {
+        const unsigned mask = 1u << bit++;
+        if (!(forwarded & mask) && signal == QMetaMethod::fromSignal(fieldSignal)) {
+            forwarded |= mask;
+            QObject::connect(edit, editorSignal, q, fieldSignal);
+        }
+    };
+    pass(&ZLineEdit::clicked, &QLineEditEx::clicked);
+    pass(&ZLineEdit::textChanged, &QLineEdit::textChanged);
+    pass(&ZLineEdit::textEdited, &QLineEdit::textEdited);
+    pass(&ZLineEdit::cursorPositionChanged, &QLineEdit::cursorPositionChanged);
+    pass(&ZLineEdit::returnPressed, &QLineEdit::returnPressed);
+    pass(&ZLineEdit::editingFinished, &QLineEdit::editingFinished);
+    pass(&ZLineEdit::selectionChanged, &QLineEdit::selectionChanged);
 }
 
 void ZLineEditPrivate::layoutChildren()
@@ -433,6 +451,12 @@ void ZLineEdit::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)
     }
     // Left for whoever else wants it, as the editor does.
     event->ignore();
+}
+
+void ZLineEdit::connectNotify(const QMetaMethod &signal)
+{
+    ZWidget::connectNotify(signal);
+    d_func()->forward(signal);
 }
 
 void ZLineEdit::on_edit_focusOut()

@@ -182,6 +182,7 @@ protected:
     QSizeF sizeHint(Qt::SizeHint which, const QSizeF &constraint = QSizeF()) const override;
     void resizeEvent(QGraphicsSceneResizeEvent *event) override;
     void contextMenuEvent(QGraphicsSceneContextMenuEvent *event) override;
+    void connectNotify(const QMetaMethod &signal) override;
 
 private Q_SLOTS:
     void on_edit_focusOut();

@@ -14,6 +14,8 @@
 #include <QImageReader>
 #include <QStandardPaths>
 
+#include <array>
+
 namespace {
 
 constexpr int kCacheCapacity = 100;
@@ -105,17 +107,21 @@ QString fileStamp(const QString &file)
 
 QString keyFor(const QString &file, bool tinted)
 {
-    const QChar suffix = tinted ? QLatin1Char('1') : QLatin1Char('0');
+    const auto key = [](const QString &stamp, bool tinted) {
+        return QLatin1String("zpixmap") + stamp + (tinted ? QLatin1Char('1') : QLatin1Char('0'));
+    };
     if (!file.startsWith(QLatin1Char(':')))
-        return QLatin1String("zpixmap") + fileStamp(file) + suffix;
+        return key(fileStamp(file), tinted);
     // Embedded files do not change while the process runs, and reading a
-    // resource's time costs a time-zone conversion: stamp each one once.
-    // (GUI thread only, like every pixmap.)
-    static QHash<QString, QString> resourceStamps;
-    auto it = resourceStamps.constFind(file);
-    if (it == resourceStamps.constEnd())
-        it = resourceStamps.insert(file, fileStamp(file));
-    return QLatin1String("zpixmap") + *it + suffix;
+    // resource's time costs a time-zone conversion: both keys of each are
+    // made once. (GUI thread only, like every pixmap.)
+    static QHash<QString, std::array<QString, 2>> resourceKeys;
+    auto it = resourceKeys.constFind(file);
+    if (it == resourceKeys.constEnd()) {
+        const QString stamp = fileStamp(file);
+        it = resourceKeys.insert(file, {key(stamp, false), key(stamp, true)});
+    }
+    return (*it)[tinted ? 1 : 0];
 }
 
 QPixmap readPixmap(const QString &file, qreal ratio)

@@ -264,6 +264,41 @@ private slots:
         QCOMPARE(ZWidget::resolveDragPolicy(&f.edit, f.edit.mapToScene(QPointF(20, 10))), ZWidget::Nothing);
     }
 
+    // The field passes on its editor's signals to whoever listens, however
+    // they connect, once per change even with several listeners.
+    void signalsPassedOn()
+    {
+        Field f;
+        f.edit.setFocus(true);
+        QSignalSpy clicked(&f.edit, &ZLineEdit::clicked);
+        QSignalSpy changed(&f.edit, &ZLineEdit::textChanged);
+        QSignalSpy edited(&f.edit, &ZLineEdit::textEdited);
+        QSignalSpy moved(&f.edit, &ZLineEdit::cursorPositionChanged);
+        QSignalSpy returned(&f.edit, &ZLineEdit::returnPressed);
+        QSignalSpy finished(&f.edit, &ZLineEdit::editingFinished);
+        QSignalSpy selected(&f.edit, &ZLineEdit::selectionChanged);
+        QSignalSpy changedByName(&f.edit, SIGNAL(textChanged(QString)));
+        QStringList texts;
+        QObject::connect(&f.edit, &ZLineEdit::textChanged, [&texts](const QString &t) { texts << t; });
+
+        f.edit.setText(QStringLiteral("ab"));
+        QTest::keyClick(f.editor(), Qt::Key_C);
+        f.editor()->selectAll();
+        QTest::keyClick(f.editor(), Qt::Key_Return);
+
+        QCOMPARE(texts, QStringList({"ab", "abc"}));
+        QCOMPARE(changed.count(), 2);
+        QCOMPARE(changedByName.count(), 2);
+        QCOMPARE(edited.count(), 1);
+        QCOMPARE(edited.at(0).at(0).toString(), QStringLiteral("abc"));
+        QCOMPARE(moved.count(), 2);
+        QCOMPARE(moved.at(1), QVariantList({2, 3}));
+        QCOMPARE(clicked.count(), 2);
+        QCOMPARE(returned.count(), 1);
+        QCOMPARE(finished.count(), 1);
+        QCOMPARE(selected.count(), 1);
+    }
+
     // A field nobody has reached yet keeps its editor hidden, without a native
     // window, and draws exactly as it will once shown; whatever reaches it
     // shows the editor, and the first event already does its work.
