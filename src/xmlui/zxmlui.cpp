@@ -633,17 +633,18 @@ void reportSkippedSubtree(const XMLNode &root)
 // parent's part of it, which Qt finds by walking every widget below the
 // parent: filling a container one child at a time costs the square of its
 // size. Panels are kept out of their parent's chain, so while a container
-// of several elements is being filled its new children are panels; when
-// the container is complete they become ordinary widgets again, each put
-// right behind the container - in reverse, which leaves the chain in
-// document order. Every widget is visited once per level above it.
-// Containers that already hold widgets fill the usual way, so that the new
-// children still follow the old ones.
+// of many elements is being filled its new children are panels; when the
+// container is complete they become ordinary widgets again, each put right
+// behind the container - in reverse, which leaves the chain in document
+// order. Every widget is visited once per level above it. A small container
+// fills the usual way, which costs less than holding its children; so does
+// one that already holds widgets, so that the new children still follow the
+// old ones.
 class FocusChainHold
 {
 public:
     FocusChainHold(const XMLNode &element, const ZWidget *container)
-        : m_on(container && severalWidgets(element) && !holdsWidgets(container))
+        : m_on(container && manyWidgets(element) && !holdsWidgets(container))
     {
     }
 
@@ -666,12 +667,15 @@ public:
     }
 
 private:
-    static bool severalWidgets(const XMLNode &element)
+    // From this many widget elements on, holding is the cheaper way.
+    static constexpr int kManyWidgets = 16;
+
+    static bool manyWidgets(const XMLNode &element)
     {
         int widgets = 0;
-        for (int i = 0, n = element.nChildNode(); i < n && widgets < 2; ++i)
+        for (int i = 0, n = element.nChildNode(); i < n && widgets < kManyWidgets; ++i)
             widgets += std::strchr(element.getChildNode(i).getName(), ':') ? 0 : 1;
-        return widgets >= 2;
+        return widgets >= kManyWidgets;
     }
 
     static bool holdsWidgets(const ZWidget *container)

@@ -90,6 +90,24 @@ void tst_FocusChain::tabFollowsDocumentOrder_data()
                                          "<ZWidget objectName='e'/>"
                                          "</ZWidget>")
                            << QStringList{"a", "b", "c", "d", "e"};
+    // A container of many elements (their children are held out of the
+    // chain while it fills), holding small ones and a nested large one.
+    QByteArray many = "<ZWidget layout='VBox'>";
+    QStringList manyOrder;
+    for (int i = 0; i < 18; ++i) {
+        const QByteArray n = QByteArray::number(i);
+        many += "<ZWidget layout='HBox'><ZWidget objectName='r" + n + "a'/><ZWidget objectName='r" + n + "b'/></ZWidget>";
+        manyOrder << "r" + n + "a" << "r" + n + "b";
+        if (i == 9) {
+            many += "<ZWidget layout='HBox'>";
+            for (int j = 0; j < 17; ++j) {
+                many += "<ZWidget objectName='w" + QByteArray::number(j) + "'/>";
+                manyOrder << "w" + QString::number(j);
+            }
+            many += "</ZWidget>";
+        }
+    }
+    QTest::newRow("many") << many + "</ZWidget>" << manyOrder;
 }
 
 void tst_FocusChain::tabFollowsDocumentOrder()
@@ -117,10 +135,16 @@ void tst_FocusChain::loadIntoPopulatedWidgetAppends()
     auto *old = new ZWidget;
     old->setObjectName("old");
     window.rootWidget()->addItem(old);
-    QVERIFY(ZXmlUI::widgetFromMemory("<uitree><ZWidget objectName='n1'/><ZWidget objectName='n2'/></uitree>",
-                                     window.rootWidget()));
-    makeFocusable(window.rootWidget(), {"old", "n1", "n2"});
-    QCOMPARE(tabWalk(window.scene(), old, 3), (QStringList{"old", "n1", "n2"}));
+    // Enough new elements that an empty container would hold them.
+    QByteArray body = "<uitree>";
+    QStringList order{"old"};
+    for (int i = 1; i <= 17; ++i) {
+        body += "<ZWidget objectName='n" + QByteArray::number(i) + "'/>";
+        order << "n" + QString::number(i);
+    }
+    QVERIFY(ZXmlUI::widgetFromMemory(body + "</uitree>", window.rootWidget()));
+    makeFocusable(window.rootWidget(), order);
+    QCOMPARE(tabWalk(window.scene(), old, int(order.size())), order);
 }
 
 void tst_FocusChain::documentFocusSurvivesLoad()
