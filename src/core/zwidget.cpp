@@ -114,6 +114,21 @@ void ZWidgetPrivate::scheduleIdealSize()
     QCoreApplication::postEvent(q_func(), new QEvent(QEvent::LayoutRequest));
 }
 
+bool ZWidgetPrivate::showVisibleAllAlong(QGraphicsWidget *widget, QGraphicsItem::GraphicsItemChange change,
+                                         const QVariant &value)
+{
+    if (change != QGraphicsItem::ItemVisibleChange || !value.toBool() || !widget->isVisible())
+        return false;
+    // What QGraphicsWidget does for an item being shown, but the size hints.
+    QShowEvent event;
+    QCoreApplication::sendEvent(widget, &event);
+    if (!widget->testAttribute(Qt::WA_Resized)) {
+        widget->adjustSize();
+        widget->setAttribute(Qt::WA_Resized, false);
+    }
+    return true;
+}
+
 void ZWidgetPrivate::childGeometryChanged(bool resized)
 {
     // Box and anchor layouts notice changes of their items themselves. A None
@@ -1238,20 +1253,8 @@ void ZWidget::hideEvent(QHideEvent *event)
 
 QVariant ZWidget::itemChange(GraphicsItemChange change, const QVariant &value)
 {
-    // The scene announces every item it polishes as becoming visible, also
-    // one that has been visible all along. QGraphicsWidget then drops its
-    // size hints, and every layout of a window laid out before its first
-    // polish would run a second time for nothing. Such an item only gets
-    // what a shown widget gets.
-    if (change == ItemVisibleChange && value.toBool() && isVisible()) {
-        QShowEvent event;
-        QCoreApplication::sendEvent(this, &event);
-        if (!testAttribute(Qt::WA_Resized)) {
-            adjustSize();
-            setAttribute(Qt::WA_Resized, false);
-        }
+    if (ZWidgetPrivate::showVisibleAllAlong(this, change, value))
         return value;
-    }
     const QVariant result = QGraphicsWidget::itemChange(change, value);
     Z_D(ZWidget);
     switch (change) {

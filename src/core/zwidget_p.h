@@ -37,6 +37,14 @@ public:
     void scheduleIdealSize();
     void childGeometryChanged(bool resized);
 
+    // The scene announces each item it polishes as becoming visible, also one
+    // visible all along, and QGraphicsWidget then drops the item's size
+    // hints: every layout of a window laid out before its first polish would
+    // run again for nothing. For that announcement \a widget gets only what a
+    // shown widget gets, and the answer is true; false for any other change.
+    static bool showVisibleAllAlong(QGraphicsWidget *widget, QGraphicsItem::GraphicsItemChange change,
+                                    const QVariant &value);
+
     void updateTransform();
     void updateGrayEffect();
     // Hands the widget and its skin name to the theme.

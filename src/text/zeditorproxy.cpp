@@ -1,6 +1,7 @@
 #include "zeditorproxy_p.h"
 
 #include "zframeitem.h"
+#include "zwidget_p.h"
 
 #include <QtWidgets/qgraphicssceneevent.h>
 #include <QtWidgets/qstyleoption.h>
@@ -46,6 +47,8 @@ void ZEditorProxy::paint(QPainter *painter, const QStyleOptionGraphicsItem *opti
 
 QVariant ZEditorProxy::itemChange(GraphicsItemChange change, const QVariant &value)
 {
+    if (ZWidgetPrivate::showVisibleAllAlong(this, change, value))
+        return value;
     // A dormant editor stays hidden whatever becomes of the proxy.
     if (dormant && (change == ItemVisibleChange || change == ItemVisibleHasChanged))
         return QGraphicsWidget::itemChange(change, value);
