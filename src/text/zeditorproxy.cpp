@@ -55,34 +55,21 @@ QVariant ZEditorProxy::itemChange(GraphicsItemChange change, const QVariant &val
     return QGraphicsProxyWidget::itemChange(change, value);
 }
 
-void ZEditorProxy::focusInEvent(QFocusEvent *event)
+bool ZEditorProxy::sceneEvent(QEvent *event)
 {
-    wake();
-    QGraphicsProxyWidget::focusInEvent(event);
-}
-
-void ZEditorProxy::hoverEnterEvent(QGraphicsSceneHoverEvent *event)
-{
-    wake();
-    QGraphicsProxyWidget::hoverEnterEvent(event);
-}
-
-void ZEditorProxy::mousePressEvent(QGraphicsSceneMouseEvent *event)
-{
-    wake();
-    QGraphicsProxyWidget::mousePressEvent(event);
-}
-
-void ZEditorProxy::mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event)
-{
-    wake();
-    QGraphicsProxyWidget::mouseDoubleClickEvent(event);
-}
-
-void ZEditorProxy::dragEnterEvent(QGraphicsSceneDragDropEvent *event)
-{
-    wake();
-    QGraphicsProxyWidget::dragEnterEvent(event);
+    // What reaches the editor: it must be shown before it handles the event.
+    switch (event->type()) {
+    case QEvent::FocusIn:
+    case QEvent::GraphicsSceneHoverEnter:
+    case QEvent::GraphicsSceneMousePress:
+    case QEvent::GraphicsSceneMouseDoubleClick:
+    case QEvent::GraphicsSceneDragEnter:
+        wake();
+        break;
+    default:
+        break;
+    }
+    return QGraphicsProxyWidget::sceneEvent(event);
 }
 
 void ZEditorProxy::contextMenuEvent(QGraphicsSceneContextMenuEvent *event)

@@ -37,12 +37,8 @@ public:
 
 protected:
     QVariant itemChange(GraphicsItemChange change, const QVariant &value) override;
+    bool sceneEvent(QEvent *event) override;
     void contextMenuEvent(QGraphicsSceneContextMenuEvent *event) override;
-    void focusInEvent(QFocusEvent *event) override;
-    void hoverEnterEvent(QGraphicsSceneHoverEvent *event) override;
-    void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
-    void mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event) override;
-    void dragEnterEvent(QGraphicsSceneDragDropEvent *event) override;
 
 private:
     bool dormant = false;
