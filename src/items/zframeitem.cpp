@@ -34,16 +34,22 @@ void drawGrid(QPainter *painter, const QRectF &target, const QPixmap &pixmap, ZF
         ZUtility::drawGridNine(painter, target, pixmap);
 }
 
+// The largest frame put together in one piece, in pixels (a megabyte): the
+// size of a button or a field, not of a window's background.
+constexpr qint64 kMostComposedPixels = 256 * 1024;
+
 // A grid frame is several pieces of its image; every button of a form draws
 // the same ones. The pieces are put together once per image, type and size
 // and then drawn whole, at the nearest device pixel. Only where that is
 // what drawing the pieces gives: one device pixel per unit, no rotation or
 // scaling, source-over, and a frame no smaller than its image (the pieces
-// then lie side by side).
+// then lie side by side). Large frames are drawn piece by piece, clipped to
+// what is exposed.
 void drawGridComposed(QPainter *painter, const QRectF &target, const QPixmap &pixmap, ZFrameItem::FrameType type)
 {
     const QRect whole = target.toRect();
-    if (QRectF(whole) != target || painter->worldTransform().type() > QTransform::TxTranslate
+    if (QRectF(whole) != target || qint64(whole.width()) * whole.height() > kMostComposedPixels
+        || painter->worldTransform().type() > QTransform::TxTranslate
         || painter->compositionMode() != QPainter::CompositionMode_SourceOver
         || painter->device()->devicePixelRatio() != 1 || pixmap.devicePixelRatio() != 1
         || whole.width() < pixmap.width() || whole.height() < pixmap.height()) {

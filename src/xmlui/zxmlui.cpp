@@ -731,7 +731,9 @@ void createChildren(const XMLNode &parentElement, ZWidget *parent)
                    element);
             continue;
         }
-        ZWidgetCreatorBase *creator = ZWidgetCreatorBase::find(QByteArray(name));
+        // Looked up without a copy of the name.
+        const QByteArray className = QByteArray::fromRawData(name, qsizetype(std::strlen(name)));
+        ZWidgetCreatorBase *creator = ZWidgetCreatorBase::find(className);
         ZWidget *widget = creator ? creator->create(frame.container) : nullptr;
         if (!widget) {
             report(Diagnostic::UnknownClass,
