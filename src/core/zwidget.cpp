@@ -614,9 +614,11 @@ void ZWidget::setFixWidth(qreal width)
     if (d->fixWidth == width)
         return;
     d->fixWidth = width;
-    setMinimumWidth(width);
-    setPreferredWidth(width);
-    setMaximumWidth(width);
+    d->batchHints([&] {
+        setMinimumWidth(width);
+        setPreferredWidth(width);
+        setMaximumWidth(width);
+    });
 }
 
 qreal ZWidget::fixHeight() const
@@ -631,9 +633,11 @@ void ZWidget::setFixHeight(qreal height)
     if (d->fixHeight == height)
         return;
     d->fixHeight = height;
-    setMinimumHeight(height);
-    setPreferredHeight(height);
-    setMaximumHeight(height);
+    d->batchHints([&] {
+        setMinimumHeight(height);
+        setPreferredHeight(height);
+        setMaximumHeight(height);
+    });
 }
 
 QSizeF ZWidget::fixSize() const
@@ -651,12 +655,14 @@ void ZWidget::setFixSize(const QSizeF &size)
         setFixHeight(height);
         return;
     }
-    // Both change: one geometry update per constraint rather than two.
+    // Both change: one geometry update for all six hints.
     d->fixWidth = width;
     d->fixHeight = height;
-    setMinimumSize(width, height);
-    setPreferredSize(width, height);
-    setMaximumSize(width, height);
+    d->batchHints([&] {
+        setMinimumSize(width, height);
+        setPreferredSize(width, height);
+        setMaximumSize(width, height);
+    });
 }
 
 bool ZWidget::sizeToChild() const
@@ -750,6 +756,8 @@ QSizeF ZWidget::sizeHint(Qt::SizeHint which, const QSizeF &constraint) const
 
 void ZWidget::updateGeometry()
 {
+    if (d_func()->batchingHints)
+        return;
     QGraphicsWidget::updateGeometry();
     if (parentLayoutItem())
         return;

@@ -45,6 +45,17 @@ public:
     static bool showVisibleAllAlong(QGraphicsWidget *widget, QGraphicsItem::GraphicsItemChange change,
                                     const QVariant &value);
 
+    // Runs \a set, which changes several size hints, and updates the geometry
+    // once at the end rather than after each hint.
+    template<typename Set>
+    void batchHints(Set &&set)
+    {
+        batchingHints = true;
+        set();
+        batchingHints = false;
+        q_zptr->updateGeometry();
+    }
+
     void updateTransform();
     void updateGrayEffect();
     // Hands the widget and its skin name to the theme.
@@ -75,6 +86,7 @@ public:
     // Sizes itself after its children's hints with no layout between them
     // (layer widgets): a child's new hints are this widget's new hints.
     bool hintsFollowChildren = false;
+    bool batchingHints = false; // inside batchHints(): updateGeometry() waits
 
     bool content = false;
     QBrush background;
