@@ -31,7 +31,6 @@ public:
     void setDormantWidget(QWidget *editor);
     /* Shows the hosted editor, if it is still dormant. */
     void wake();
-    bool isDormant() const { return dormant; }
 
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) override;
 
