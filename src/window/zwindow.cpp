@@ -278,7 +278,16 @@ bool ZWindow::event(QEvent *event)
         emit posChanged();
         return true;
     }
-    return QGraphicsView::event(event);
+    const bool done = QGraphicsView::event(event);
+    if (event->type() == QEvent::Polish || event->type() == QEvent::StyleChange) {
+        // Without a frame the viewport covers the whole view (scroll bars are
+        // off) and fills the background itself: the view's own fill beneath
+        // it would paint every pixel of the window twice. The style sheet's
+        // polish clears the attribute, hence after it; a translucent window
+        // must let its view clear the background.
+        setAttribute(Qt::WA_OpaquePaintEvent, frameWidth() == 0 && !testAttribute(Qt::WA_TranslucentBackground));
+    }
+    return done;
 }
 
 void ZWindow::resizeEvent(QResizeEvent *event)

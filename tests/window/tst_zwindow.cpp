@@ -1,5 +1,6 @@
 // The window host: root sizing, fonts, closing, theme changes.
 
+#include "zpopupwindow.h"
 #include "zwindow.h"
 #include "zspacer.h"
 #include "ztheme.h"
@@ -10,6 +11,8 @@
 #include <QPointer>
 #include <QSignalSpy>
 #include <QtTest>
+
+#include <memory>
 
 namespace {
 
@@ -209,6 +212,55 @@ private slots:
         // construct() re-themes too.
         a.construct();
         QCOMPARE(themed->themeChanges, 2);
+    }
+
+    // The viewport paints every pixel of an opaque frameless window, so the
+    // view skips its own background fill; a translucent or framed window keeps
+    // it, and a new style sheet (whose polish clears the attribute) decides
+    // again.
+    void backgroundFilledOnce_data()
+    {
+        QTest::addColumn<bool>("popup");
+        QTest::addColumn<bool>("translucent");
+        QTest::addColumn<QString>("styleSheet"); // for a popup: made opaque
+        QTest::addColumn<bool>("skips");
+        const QString none;
+        QTest::newRow("window") << false << false << none << true;
+        QTest::newRow("window, restyled") << false << false << "QGraphicsView { border-style: none }" << true;
+        QTest::newRow("window with a border") << false << false << "QGraphicsView { border: 3px solid red }" << false;
+        QTest::newRow("opaque popup") << true << false << none << true;
+        QTest::newRow("translucent popup") << true << true << none << false;
+        QTest::newRow("translucent popup made opaque") << true << true << "opaque" << true;
+    }
+    void backgroundFilledOnce()
+    {
+        QFETCH(bool, popup);
+        QFETCH(bool, translucent);
+        QFETCH(QString, styleSheet);
+        QFETCH(bool, skips);
+        std::unique_ptr<ZWindow> window(popup ? new ZPopupWindow : new ZWindow);
+        ZWindow &w = *window;
+        if (popup)
+            static_cast<ZPopupWindow &>(w).setTranslucent(translucent);
+        w.resize(120, 80);
+        w.ensurePolished();
+        if (popup && !styleSheet.isEmpty())
+            static_cast<ZPopupWindow &>(w).setTranslucent(false);
+        else if (!styleSheet.isEmpty())
+            w.setStyleSheet(styleSheet);
+        QCOMPARE(w.testAttribute(Qt::WA_OpaquePaintEvent), skips);
+        if (!skips)
+            return;
+        // Skipping the view's fill changes no pixel: the viewport covers it.
+        const auto rendered = [&w] {
+            QImage image(w.size(), QImage::Format_ARGB32_Premultiplied);
+            image.fill(Qt::magenta);
+            w.QWidget::render(&image);
+            return image;
+        };
+        const QImage skipped = rendered();
+        w.setAttribute(Qt::WA_OpaquePaintEvent, false);
+        QCOMPARE(skipped, rendered());
     }
 
     // The periodic repaint runs only while the window is visible.
