@@ -1,5 +1,6 @@
 #include "zwidget.h"
 #include "zcreator.h"
+#include "zlinearlayout_p.h"
 #include "zwidget_p.h"
 #include "ztheme.h"
 #include "zxmlui.h"
@@ -8,6 +9,7 @@
 
 #include <QtCore/qcoreapplication.h>
 #include <QtCore/qmetaobject.h>
+#include <QtCore/qscopedvaluerollback.h>
 #include <QtCore/qset.h>
 #include <QtCore/qvarlengtharray.h>
 #include <QtGui/qevent.h>
@@ -83,6 +85,16 @@ void forEachZWidgetBelow(QGraphicsItem *root, Visit &&visit)
 ZWidgetPrivate::ZWidgetPrivate() = default;
 
 ZWidgetPrivate::~ZWidgetPrivate() = default;
+
+bool ZWidgetPrivate::parentLayoutKnowsHints() const
+{
+    Z_Q(const ZWidget);
+    const auto *own = dynamic_cast<const ZLinearLayout *>(q->layout());
+    const auto *outer = dynamic_cast<const ZLinearLayout *>(q->parentLayoutItem());
+    // Placing the items must be the last thing that happened: a call made
+    // while placing them comes from a change of its own.
+    return own && outer && own->placedLast() && outer->measuredSince(own);
+}
 
 QGraphicsLinearLayout *ZWidgetPrivate::linearLayout() const
 {
@@ -350,7 +362,7 @@ void ZWidget::setLayoutType(LayoutType type)
     switch (type) {
     case VBox:
     case HBox: {
-        auto *linear = new QGraphicsLinearLayout(type == VBox ? Qt::Vertical : Qt::Horizontal);
+        auto *linear = new ZLinearLayout(type == VBox ? Qt::Vertical : Qt::Horizontal);
         linear->setSpacing(qMax(0, d->spacing));
         newLayout = linear;
         break;
@@ -756,7 +768,15 @@ QSizeF ZWidget::sizeHint(Qt::SizeHint which, const QSizeF &constraint) const
 
 void ZWidget::updateGeometry()
 {
-    if (d_func()->batchingHints)
+    Z_D(ZWidget);
+    if (d->batchingHints)
+        return;
+    // QGraphicsLayout::activate() ends by telling the widget that its hints
+    // may have changed, which invalidates the parent's layout: its next pass
+    // measures and places every sibling again. When the parent's layout has
+    // measured this widget since its own layout last changed, the hints are
+    // the ones it knows.
+    if (std::exchange(d->activatingLayout, false) && d->parentLayoutKnowsHints())
         return;
     QGraphicsWidget::updateGeometry();
     if (parentLayoutItem())
@@ -1296,8 +1316,18 @@ bool ZWidget::event(QEvent *event)
 {
     if (event->type() == QEvent::ParentChange && d_func()->dying)
         return true;
-    if (event->type() == QEvent::LayoutRequest && d_func()->idealPending)
+    Z_D(ZWidget);
+    if (event->type() == QEvent::LayoutRequest && d->idealPending)
         resetSizeHint();
+    if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::GraphicsSceneResize) {
+        // Either activates a layout that is not active (see updateGeometry()).
+        auto *own = dynamic_cast<ZLinearLayout *>(layout());
+        if (own && !own->isActivated()) {
+            own->forgetPlacing();
+            const QScopedValueRollback activating(d->activatingLayout, true);
+            return QGraphicsWidget::event(event);
+        }
+    }
     return QGraphicsWidget::event(event);
 }
 

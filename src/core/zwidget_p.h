@@ -36,6 +36,10 @@ public:
     // layout noticing; re-evaluate on the next event-loop turn.
     void scheduleIdealSize();
     void childGeometryChanged(bool resized);
+    // Whether the parent's box layout measured this widget after the
+    // widget's own box layout last changed, and that layout has just placed
+    // its items: its hints are then the ones the parent knows.
+    bool parentLayoutKnowsHints() const;
 
     // The scene announces each item it polishes as becoming visible, also one
     // visible all along, and QGraphicsWidget then drops the item's size
@@ -87,6 +91,7 @@ public:
     // (layer widgets): a child's new hints are this widget's new hints.
     bool hintsFollowChildren = false;
     bool batchingHints = false; // inside batchHints(): updateGeometry() waits
+    bool activatingLayout = false; // the widget's box layout is being activated
 
     bool content = false;
     QBrush background;

@@ -696,6 +696,61 @@ private slots:
         QCOMPARE(rows.at(2)->geometry().top(), 20.0);
     }
 
+    // Box layouts nested in box layouts are laid out in one pass: a row
+    // activated while its column places it does not send the column round
+    // again. A row whose hints change after the column measured it still
+    // reaches the column, whether or not the column is placed again first.
+    void nestedBoxesOnePass_data()
+    {
+        QTest::addColumn<QString>("change");
+        QTest::addColumn<QSizeF>("columnSize"); // after the change
+        QTest::addColumn<Rects>("rows");
+        const Rects unchanged{{0, 0, 50, 10}, {0, 10, 50, 10}, {0, 20, 50, 10}};
+        QTest::newRow("none") << QString() << QSizeF(50, 30) << unchanged;
+        QTest::newRow("taller item") << "taller" << QSizeF(50, 40)
+                                     << Rects{{0, 0, 50, 20}, {0, 20, 50, 10}, {0, 30, 50, 10}};
+        QTest::newRow("taller item, column placed before the row")
+            << "taller, resize" << QSizeF(50, 40) << Rects{{0, 0, 50, 20}, {0, 20, 50, 10}, {0, 30, 50, 10}};
+        QTest::newRow("item added") << "added" << QSizeF(80, 30)
+                                    << Rects{{0, 0, 50, 10}, {0, 10, 80, 10}, {0, 20, 50, 10}};
+    }
+    void nestedBoxesOnePass()
+    {
+        QFETCH(QString, change);
+        QFETCH(QSizeF, columnSize);
+        QFETCH(Rects, rows);
+        QGraphicsScene scene;
+        auto *column = new ZWidget;
+        column->setLayoutType(ZWidget::VBox);
+        scene.addItem(column);
+        QList<ZWidget *> row;
+        QList<ZWidget *> first;
+        for (int i = 0; i < 3; ++i) {
+            row << new ZWidget;
+            row.last()->setLayoutType(ZWidget::HBox);
+            column->addItem(row.last());
+            first << fixedWidget(QSizeF(20, 10), row.last());
+            fixedWidget(QSizeF(30, 10), row.last());
+        }
+        column->resize(50, 30);
+        QVERIFY(column->layout()->isActivated());
+        for (ZWidget *r : std::as_const(row))
+            QVERIFY(r->layout()->isActivated());
+        QCOMPARE(row.at(2)->geometry(), QRectF(0, 20, 50, 10));
+
+        if (change.contains(QLatin1String("taller")))
+            first.at(0)->setFixHeight(20);
+        if (change.contains(QLatin1String("resize")))
+            column->resize(50, 40);
+        if (change == QLatin1String("added"))
+            fixedWidget(QSizeF(30, 10), row.at(1));
+        // A change climbs one level per turn of the event loop.
+        QTRY_COMPARE(column->size(), columnSize);
+        for (int i = 0; i < 3; ++i)
+            QCOMPARE(row.at(i)->geometry(), rows.at(i));
+        QVERIFY(column->layout()->isActivated());
+    }
+
     // A layer widget sizes itself after its layers without a layout between
     // them: a layer's new hints and the widget's margins reach its own.
     void layerHintsFollowLayers()
