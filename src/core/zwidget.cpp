@@ -287,8 +287,8 @@ ZWidget::~ZWidget()
     // A child's destructor may take siblings with it: look again each time.
     while (!childItems().isEmpty())
         delete childItems().constLast();
-    // Leave the parent while still a ZWidget, so that event() can pass over
-    // the parent change: its font and palette would be resolved and
+    // Leave the parent while still a ZWidget, so that itemChange() can pass
+    // over the parent change: its font and palette would be resolved and
     // announced for nothing.
     d->dying = true;
     setParentItem(nullptr);
@@ -1283,13 +1283,16 @@ QVariant ZWidget::itemChange(GraphicsItemChange change, const QVariant &value)
 {
     if (ZWidgetPrivate::showVisibleAllAlong(this, change, value))
         return value;
-    const QVariant result = QGraphicsWidget::itemChange(change, value);
     Z_D(ZWidget);
+    // Leaving the parent on the way out: QGraphicsWidget would announce the
+    // change with two events nobody can make use of any more.
+    if (d->dying && (change == ItemParentChange || change == ItemParentHasChanged))
+        return value;
+    const QVariant result = QGraphicsWidget::itemChange(change, value);
     switch (change) {
     case ItemParentHasChanged:
         d->anchored = false;
-        if (!d->dying)
-            clearThemeCheckFlag();
+        clearThemeCheckFlag();
         break;
     case ItemEnabledHasChanged:
         on_enabledChanged();
@@ -1314,8 +1317,6 @@ QVariant ZWidget::itemChange(GraphicsItemChange change, const QVariant &value)
 
 bool ZWidget::event(QEvent *event)
 {
-    if (event->type() == QEvent::ParentChange && d_func()->dying)
-        return true;
     Z_D(ZWidget);
     if (event->type() == QEvent::LayoutRequest && d->idealPending)
         resetSizeHint();

@@ -79,6 +79,26 @@ bool inLayoutOf(const ZWidget *parent, const ZWidget *child)
     return false;
 }
 
+// Counts the events of the kinds that announce a new parent, font or palette.
+struct ChangeCounter : QObject
+{
+    int changes = 0;
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        switch (event->type()) {
+        case QEvent::ParentAboutToChange:
+        case QEvent::ParentChange:
+        case QEvent::FontChange:
+        case QEvent::PaletteChange:
+            ++changes;
+            break;
+        default:
+            break;
+        }
+        return false;
+    }
+};
+
 // A widget of \a size alone in a scene, and what it paints at its middle.
 struct Painted
 {
@@ -635,6 +655,42 @@ private slots:
         QCOMPARE(root.findObject("missing"), nullptr);
         QCOMPARE(root.findObject(QString()), nullptr);
         QCOMPARE(shallow->findObject("target"), nullptr);
+    }
+
+    // A tree being deleted takes its widgets apart without announcing a new
+    // parent, font or palette to any of them, at any depth; a living widget
+    // moved to another parent still hears of it.
+    void quietTeardown_data()
+    {
+        QTest::addColumn<int>("deleted"); // depth of the widget deleted: 0 the top
+        QTest::newRow("whole tree") << 0;
+        QTest::newRow("subtree") << 1;
+    }
+    void quietTeardown()
+    {
+        QFETCH(int, deleted);
+        QGraphicsScene scene;
+        auto *top = new ZWidget;
+        top->setFont(QFont(QStringLiteral("Sans"), 17));
+        scene.addItem(top);
+        QList<ZWidget *> chain{top};
+        for (int i = 0; i < 3; ++i) {
+            auto *w = new ZWidget;
+            chain.last()->addItem(w);
+            new ZWidget(w); // a sibling below each level
+            chain << w;
+        }
+        ChangeCounter counter;
+        for (ZWidget *w : std::as_const(chain))
+            w->installEventFilter(&counter);
+        delete chain.at(deleted);
+        QCOMPARE(counter.changes, 0);
+        if (deleted == 0)
+            return;
+        auto *moved = new ZWidget(chain.at(0));
+        moved->installEventFilter(&counter);
+        moved->setParentItem(nullptr);
+        QVERIFY(counter.changes >= 2);
     }
 
     void visibleEvent()
