@@ -8,6 +8,8 @@
 #include <QtGui/qpixmapcache.h>
 #include <QtWidgets/qgraphicssceneevent.h>
 
+#include <cstdio>
+
 namespace {
 
 const char kRoundFrameDown[] = ":/image/theme/roundframe_down.png";
@@ -56,11 +58,11 @@ void drawGridComposed(QPainter *painter, const QRectF &target, const QPixmap &pi
         drawGrid(painter, target, pixmap, type);
         return;
     }
-    const QString key = QStringLiteral("zframe:%1:%2:%3x%4")
-                            .arg(pixmap.cacheKey())
-                            .arg(int(type))
-                            .arg(whole.width())
-                            .arg(whole.height());
+    // Made on every paint: formatted at once rather than by four arg() calls.
+    char text[80];
+    const int length = std::snprintf(text, sizeof text, "zframe:%lld:%d:%dx%d", qlonglong(pixmap.cacheKey()),
+                                     int(type), whole.width(), whole.height());
+    const QString key = QString::fromLatin1(text, length);
     QPixmap composed;
     if (!QPixmapCache::find(key, &composed)) {
         composed = QPixmap(whole.size());

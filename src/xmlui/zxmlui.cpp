@@ -339,6 +339,41 @@ bool acceptsEnumValue(const QMetaProperty &property, const QString &text)
     return number == int(number) && e.valueToKey(int(number));
 }
 
+// A whole number of at most nine digits, the most common attribute value, or
+// -1 when \a text is anything else.
+int plainNumber(QStringView text, bool *negative)
+{
+    *negative = !text.isEmpty() && text.front() == QLatin1Char('-');
+    if (*negative)
+        text = text.mid(1);
+    if (text.isEmpty() || text.size() > 9)
+        return -1;
+    int n = 0;
+    for (const QChar c : text) {
+        if (c < QLatin1Char('0') || c > QLatin1Char('9'))
+            return -1;
+        n = n * 10 + (c.unicode() - '0');
+    }
+    return n;
+}
+
+// ZPropertyConverter's conversion; whole numbers for int and double
+// properties are read here, which is what QMetaProperty::write would do
+// with the text, only without going through the locale.
+QVariant convertText(QMetaType type, const QString &text, bool *ok)
+{
+    const int id = type.id();
+    if ((id == QMetaType::Int || id == QMetaType::Double) && !ZPropertyConverter::converter(type)) {
+        bool negative = false;
+        if (const int n = plainNumber(text, &negative); n >= 0) {
+            *ok = true;
+            const int number = negative ? -n : n;
+            return id == QMetaType::Int ? QVariant(number) : QVariant(double(number));
+        }
+    }
+    return ZPropertyConverter::convert(type, text, ok);
+}
+
 // Sets the property \a name of \a object from \a text: a declared property
 // gets the text converted by its type, "objectArgument" registers the object
 // under its objectName, anything else becomes a dynamic string property.
@@ -352,7 +387,7 @@ QVariant setPropertyText(QObject *object, const QByteArray &name, const QString 
     if (index >= 0) {
         const QMetaProperty property = mo->property(index);
         bool ok = true;
-        const QVariant value = ZPropertyConverter::convert(property.metaType(), text, &ok);
+        const QVariant value = convertText(property.metaType(), text, &ok);
         if (!acceptsEnumValue(property, text)) {
             report(Diagnostic::ConversionFailed,
                    QStringLiteral("\"%1\" is not a value of %2; property %3 of %4 left unchanged")
@@ -401,7 +436,8 @@ void applyAttributes(const XMLNode &element, QObject *object)
         const XMLAttribute a = element.getAttribute(i);
         if (!a.lpszName || !*a.lpszName)
             continue;
-        const QByteArray path(a.lpszName);
+        // The element outlives the loop; its name needs no copy.
+        const QByteArray path = QByteArray::fromRawData(a.lpszName, qsizetype(qstrlen(a.lpszName)));
         const Site site{&element, nullptr, &path};
         QByteArray property;
         if (QObject *target = resolvePath(object, path, &property, &cache, site))

@@ -35,6 +35,8 @@ class Probe : public ZWidget
     Q_PROPERTY(QColor shade MEMBER shade)
     Q_PROPERTY(QObject *inner READ inner)
     Q_PROPERTY(QObject *nothing READ nothing)
+    Q_PROPERTY(int count MEMBER count)
+    Q_PROPERTY(double ratio MEMBER ratio)
 
 public:
     Q_INVOKABLE explicit Probe(QGraphicsItem *parent = nullptr) : ZWidget(parent) { g_log << QStringLiteral("create"); }
@@ -78,6 +80,8 @@ public:
     QString xmlName, xmlValue;
     QVariant variant;
     QColor shade = Qt::red;
+    int count = 42;
+    double ratio = 4.2;
     int dataCalls = 0;
     QVariantList received;
     int clicks = 0;
@@ -233,6 +237,8 @@ private Q_SLOTS:
     // Attributes and setPropertyEx.
     void attributes_data();
     void attributes();
+    void numbersReadAsQtReadsThem_data();
+    void numbersReadAsQtReadsThem();
     void dottedPathOnWindow();
     void setPropertyEx_data();
     void setPropertyEx();
@@ -504,6 +510,32 @@ void tst_ZXmlUI::attributes()
         QCOMPARE(diag.list[0].line, 1);
         QCOMPARE(diag.list[0].column, 9);
     }
+}
+
+// Whole numbers are read by the loader itself; every text must still give
+// an int or double property what Qt's own conversion of the text gives.
+void tst_ZXmlUI::numbersReadAsQtReadsThem_data()
+{
+    QTest::addColumn<QString>("text");
+    for (const char *text : {"96", "-5", "0", "-0", "007", "123456789", "-999999999", "1234567890", "99999999999",
+                             " 12", "12 ", "+3", "1e3", "2.5", "", "-", "--1", "12a", "0x10"})
+        QTest::newRow(text) << QString::fromLatin1(text);
+    QTest::newRow("other digits") << QStringLiteral("\u0663\u0664");
+}
+
+void tst_ZXmlUI::numbersReadAsQtReadsThem()
+{
+    QFETCH(QString, text);
+    Probe byQt;
+    byQt.setProperty("count", text);
+    byQt.setProperty("ratio", text);
+    ZWidget target;
+    QVERIFY(ZXmlUI::widgetFromMemory(tree("<Probe objectName='p' count='" + text.toUtf8() + "' ratio='" + text.toUtf8() + "'/>"),
+                                     &target));
+    auto *loaded = qobject_cast<Probe *>(find(&target, "p"));
+    QVERIFY(loaded);
+    QCOMPARE(loaded->count, byQt.count);
+    QCOMPARE(loaded->ratio, byQt.ratio);
 }
 
 void tst_ZXmlUI::dottedPathOnWindow()
