@@ -1284,9 +1284,7 @@ QVariant ZWidget::itemChange(GraphicsItemChange change, const QVariant &value)
     if (ZWidgetPrivate::showVisibleAllAlong(this, change, value))
         return value;
     Z_D(ZWidget);
-    // Leaving the parent on the way out: QGraphicsWidget would announce the
-    // change with two events nobody can make use of any more.
-    if (d->dying && (change == ItemParentChange || change == ItemParentHasChanged))
+    if (ZWidgetPrivate::leavingOnTheWayOut(d->dying, change))
         return value;
     const QVariant result = QGraphicsWidget::itemChange(change, value);
     switch (change) {

@@ -49,6 +49,14 @@ public:
     static bool showVisibleAllAlong(QGraphicsWidget *widget, QGraphicsItem::GraphicsItemChange change,
                                     const QVariant &value);
 
+    // Whether \a change is part of leaving the parent from a destructor
+    // (\a dying): QGraphicsWidget announces it with two events, and resolves
+    // font and palette, for an object nobody can make use of any more.
+    static bool leavingOnTheWayOut(bool dying, QGraphicsItem::GraphicsItemChange change)
+    {
+        return dying && (change == QGraphicsItem::ItemParentChange || change == QGraphicsItem::ItemParentHasChanged);
+    }
+
     // Runs \a set, which changes several size hints, and updates the geometry
     // once at the end rather than after each hint.
     template<typename Set>

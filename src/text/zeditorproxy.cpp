@@ -12,7 +12,13 @@ ZEditorProxy::ZEditorProxy(QGraphicsItem *parent)
 {
 }
 
-ZEditorProxy::~ZEditorProxy() = default;
+ZEditorProxy::~ZEditorProxy()
+{
+    // As a ZWidget does: leave the parent while still this class, so that
+    // itemChange() can pass over the parent change.
+    dying = true;
+    setParentItem(nullptr);
+}
 
 void ZEditorProxy::setDormantWidget(QWidget *editor)
 {
@@ -48,6 +54,8 @@ void ZEditorProxy::paint(QPainter *painter, const QStyleOptionGraphicsItem *opti
 QVariant ZEditorProxy::itemChange(GraphicsItemChange change, const QVariant &value)
 {
     if (ZWidgetPrivate::showVisibleAllAlong(this, change, value))
+        return value;
+    if (ZWidgetPrivate::leavingOnTheWayOut(dying, change))
         return value;
     // A dormant editor stays hidden whatever becomes of the proxy.
     if (dormant && (change == ItemVisibleChange || change == ItemVisibleHasChanged))

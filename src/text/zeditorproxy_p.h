@@ -41,6 +41,7 @@ protected:
 
 private:
     bool dormant = false;
+    bool dying = false; // in the destructor: leaving the parent announces nothing
 };
 
 /*

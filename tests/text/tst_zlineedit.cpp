@@ -228,6 +228,29 @@ private slots:
         QVERIFY(!edit);
     }
 
+    // A field being deleted takes its editor's proxy out without announcing a
+    // new parent, font or palette to it.
+    void quietTeardown()
+    {
+        Field f;
+        auto *editor = qobject_cast<QWidget *>(f.edit.realLineEdit());
+        QVERIFY(editor && editor->graphicsProxyWidget());
+        struct Counter : QObject
+        {
+            int changes = 0;
+            bool eventFilter(QObject *, QEvent *event) override
+            {
+                const QEvent::Type t = event->type();
+                changes += t == QEvent::ParentAboutToChange || t == QEvent::ParentChange
+                    || t == QEvent::FontChange || t == QEvent::PaletteChange;
+                return false;
+            }
+        } counter;
+        editor->graphicsProxyWidget()->installEventFilter(&counter);
+        delete &f.edit;
+        QCOMPARE(counter.changes, 0);
+    }
+
     // A label is read-only, unframed and takes no presses; the field takes
     // left and right presses. Only a label lets the window be dragged by it.
     void modes()
