@@ -1,5 +1,6 @@
 #include "zframeitem_p.h"
 #include "zcreator.h"
+#include "zresource.h"
 #include "ztheme.h"
 #include "zutility.h"
 
@@ -89,11 +90,7 @@ void ZFrameItemPrivate::loadStates()
 {
     Z_Q(ZFrameItem);
     if (!imagePath.isEmpty()) {
-        pixmaps.clear();
-        const bool tinted = q->hasTheme();
-        const QStringList parts = imagePath.split(QLatin1Char('|'));
-        for (const QString &part : parts)
-            pixmaps.append(ZTheme::getPixmap(part, tinted, true));
+        pixmaps = ZResource::loadPixmaps(imagePath, q->hasTheme());
         q->update();
     } else if (!frameColor.isEmpty()) {
         loadColors();

@@ -13,6 +13,7 @@
 #include <QGuiApplication>
 #include <QImageReader>
 #include <QStandardPaths>
+#include <QStringTokenizer>
 
 #include <array>
 
@@ -135,6 +136,10 @@ QPixmap readPixmap(const QString &file, qreal ratio)
     pixmap.setDevicePixelRatio(ratio);
     return pixmap;
 }
+
+// Whole lists of embedded images, by tint and density (see loadPixmaps()).
+constexpr int kMostLists = 64;
+QHash<QString, QList<QPixmap>> g_lists[2][2];
 
 QPixmap plainPixmap(const QString &file, qreal ratio, bool useCache)
 {
@@ -261,10 +266,35 @@ bool ZResource::loadXml(const QString &name, XMLNode &out)
     return !out.isEmpty();
 }
 
+QList<QPixmap> ZResource::loadPixmaps(const QString &names, bool tinted)
+{
+    // Embedded images do not change while the process runs; the lists hold
+    // the same pixmaps as the caches. (GUI thread only, like every pixmap.)
+    QHash<QString, QList<QPixmap>> &lists = g_lists[tinted ? 1 : 0][wantsHighDensity() ? 1 : 0];
+    if (const auto it = lists.constFind(names); it != lists.constEnd())
+        return *it;
+    QList<QPixmap> pixmaps;
+    bool keep = true;
+    for (const QStringView name : QStringTokenizer(names, u'|')) {
+        pixmaps.append(loadPixmap(name.toString(), tinted, true));
+        // An embedded image missing now may be registered later.
+        keep = keep && name.startsWith(u':') && !pixmaps.constLast().isNull();
+    }
+    if (keep) {
+        if (lists.size() >= kMostLists)
+            lists.clear();
+        lists.insert(names, pixmaps);
+    }
+    return pixmaps;
+}
+
 void ZResource::clearTintedCache()
 {
     if (PixmapCache *c = g_caches[1].loadAcquire())
         c->clear();
+    for (auto &byDensity : g_lists)
+        for (auto &lists : byDensity)
+            lists.clear();
 }
 
 int ZResource::cacheCount(bool tinted)

@@ -47,6 +47,11 @@ public:
     static QImage loadImage(const QString &name);
     static QPixmap loadPixmap(const QString &name, bool tinted = false, bool cache = true);
     static bool loadPixmap(const QString &name, QPixmap &out, bool tinted = false, bool cache = true);
+    /// The pixmaps of the "|"-separated \a names, each as loadPixmap() gives
+    /// it with the cache. Lists of embedded images only (the default skins of
+    /// the controls, asked for by every control made) are kept whole until
+    /// the tinted cache is emptied.
+    static QList<QPixmap> loadPixmaps(const QString &names, bool tinted);
     static QByteArray loadRawData(const QString &name);
     /// Parses the file into \a out; true when the document is not empty.
     static bool loadXml(const QString &name, XMLNode &out);

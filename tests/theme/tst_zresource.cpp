@@ -152,6 +152,39 @@ private slots:
         QVERIFY(t0.toImage().pixel(0, 0) != t8.toImage().pixel(0, 0));
     }
 
+    // A list gives each name's pixmap in order, holes included. Lists of
+    // embedded images are kept, until a theme change for tinted ones; lists
+    // with a file on disk follow the file.
+    void pixmapLists()
+    {
+        const QString a = QStringLiteral(":/image/theme/checkbox_default_normal.png");
+        const QString b = QStringLiteral(":/image/theme/checkbox_selected_normal.png");
+        const QString names = a + "|" + b;
+        for (const bool tinted : {false, true}) {
+            ZTheme::setThemeIndex(0);
+            const QList<QPixmap> first = ZResource::loadPixmaps(names, tinted);
+            QCOMPARE(first.size(), 2);
+            QCOMPARE(first.at(0).cacheKey(), ZResource::loadPixmap(a, tinted, true).cacheKey());
+            QCOMPARE(first.at(1).cacheKey(), ZResource::loadPixmap(b, tinted, true).cacheKey());
+            ZTheme::setThemeIndex(8);
+            const QList<QPixmap> after = ZResource::loadPixmaps(names, tinted);
+            QCOMPARE(after.at(1).cacheKey(), ZResource::loadPixmap(b, tinted, true).cacheKey());
+            QCOMPARE(after.at(0).toImage() == first.at(0).toImage(), !tinted);
+        }
+
+        const QList<QPixmap> holes = ZResource::loadPixmaps(a + "||:/no/such.png|" + b, false);
+        QCOMPARE(holes.size(), 4);
+        QVERIFY(!holes.at(0).isNull() && holes.at(1).isNull() && holes.at(2).isNull() && !holes.at(3).isNull());
+
+        const QString file = m_appSub + "/listed.png";
+        QVERIFY(writePng(inApp(file), Qt::red));
+        QVERIFY(setMTime(inApp(file), 1000000000));
+        QCOMPARE(QColor(ZResource::loadPixmaps(a + "|" + file, false).at(1).toImage().pixel(0, 0)), QColor(Qt::red));
+        QVERIFY(writePng(inApp(file), Qt::green));
+        QVERIFY(setMTime(inApp(file), 1000000100));
+        QCOMPARE(QColor(ZResource::loadPixmaps(a + "|" + file, false).at(1).toImage().pixel(0, 0)), QColor(Qt::green));
+    }
+
     void cachesAreCapped()
     {
         for (int i = 0; i < 130; ++i) {
