@@ -196,7 +196,7 @@ int main(int argc, char **argv)
     for (int controls : {1000, 5000}) {
         const QByteArray zkit = zkitDocument(controls);
         const QByteArray ui = uiDocument(controls);
-        const int runs = controls <= 1000 ? 7 : 5;
+        const int runs = controls <= 1000 ? 11 : 7;
         bool ok = true;
         // One warm-up each: first use loads fonts, images and plug-ins.
         ok &= buildZkit(zkit, controls) && buildUiLoader(loader, ui, controls);
