@@ -111,6 +111,14 @@ void ZLayerWidget::resizeEvent(QGraphicsSceneResizeEvent *event)
     layoutLayers();
 }
 
+void ZLayerWidget::changeEvent(QEvent *event)
+{
+    ZWidget::changeEvent(event);
+    // New margins: the layers fill what lies inside them.
+    if (event->type() == QEvent::ContentsRectChange)
+        layoutLayers();
+}
+
 QVariant ZLayerWidget::itemChange(GraphicsItemChange change, const QVariant &value)
 {
     if (change == ItemChildRemovedChange) {

@@ -65,6 +65,7 @@ protected:
     virtual void layoutLayers();
 
     void resizeEvent(QGraphicsSceneResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
     QVariant itemChange(GraphicsItemChange change, const QVariant &value) override;
     QSizeF sizeHint(Qt::SizeHint which, const QSizeF &constraint = QSizeF()) const override;
 

@@ -522,10 +522,14 @@ void ZWidget::setMargins(const QMargins &margins)
     if (d->margins == margins)
         return;
     d->margins = margins;
-    if (QGraphicsLayout *lay = layout())
+    if (QGraphicsLayout *lay = layout()) {
         lay->setContentsMargins(margins.left(), margins.top(), margins.right(), margins.bottom());
-    else if (d->hintsFollowChildren)
+    } else if (d->hintsFollowChildren) {
         updateGeometry();
+        // Such a widget places its children itself, inside the margins.
+        QEvent change(QEvent::ContentsRectChange);
+        QCoreApplication::sendEvent(this, &change);
+    }
     d->scheduleIdealSize();
 }
 

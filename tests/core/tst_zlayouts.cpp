@@ -752,7 +752,8 @@ private slots:
     }
 
     // A layer widget sizes itself after its layers without a layout between
-    // them: a layer's new hints and the widget's margins reach its own.
+    // them: a layer's new hints and the widget's margins reach its own, and
+    // new margins reach the layers.
     void layerHintsFollowLayers()
     {
         QGraphicsScene scene;
@@ -766,6 +767,14 @@ private slots:
         QCOMPARE(layers->effectiveSizeHint(Qt::MinimumSize), QSizeF(40, 30));
         layers->setMargins(QMargins(1, 2, 3, 4));
         QCOMPARE(layers->effectiveSizeHint(Qt::PreferredSize), QSizeF(44, 36));
+
+        // Its size staying put, new margins still move the layers inside them.
+        layers->setFixSize(QSizeF(100, 80));
+        auto *filling = new ZWidget;
+        layers->addItem(filling);
+        QCOMPARE(filling->geometry(), QRectF(1, 2, 96, 74));
+        layers->setMargins(QMargins(5, 6, 7, 8));
+        QCOMPARE(filling->geometry(), QRectF(5, 6, 88, 66));
     }
 };
 
