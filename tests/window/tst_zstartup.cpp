@@ -13,11 +13,6 @@ class tst_ZStartup : public QObject
     Q_OBJECT
 
 private slots:
-    void buildDate()
-    {
-        QCOMPARE(QByteArray(zkitBuildDate()), QByteArray("2015-05-01"));
-    }
-
     // The library's font survives the creation of the application object.
     void defaultFont()
     {
