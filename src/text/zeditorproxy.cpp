@@ -3,6 +3,8 @@
 #include "zframeitem.h"
 #include "zwidget_p.h"
 
+#include <QtCore/qcoreapplication.h>
+#include <QtGui/qevent.h>
 #include <QtWidgets/qgraphicssceneevent.h>
 #include <QtWidgets/qstyleoption.h>
 #include <QtWidgets/qwidget.h>
@@ -37,6 +39,23 @@ void ZEditorProxy::wake()
     dormant = false;
     if (isVisible())
         widget()->show();
+}
+
+void ZEditorProxy::sendPendingResizes()
+{
+    QWidget *editor = widget();
+    if (!dormant || !editor)
+        return;
+    // Parents before children, as showing the editor would.
+    QList<QWidget *> widgets = editor->findChildren<QWidget *>();
+    widgets.prepend(editor);
+    for (QWidget *w : std::as_const(widgets)) {
+        if (!w->testAttribute(Qt::WA_PendingResizeEvent))
+            continue;
+        w->setAttribute(Qt::WA_PendingResizeEvent, false);
+        QResizeEvent event(w->size(), QSize());
+        QCoreApplication::sendEvent(w, &event);
+    }
 }
 
 void ZEditorProxy::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget)

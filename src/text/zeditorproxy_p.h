@@ -31,6 +31,13 @@ public:
     void setDormantWidget(QWidget *editor);
     /* Shows the hosted editor, if it is still dormant. */
     void wake();
+    /*
+     * A hidden widget keeps its resizes pending until it is shown: a dormant
+     * editor gets them now (itself first, then its children), so that it
+     * lays out at the size the proxy gave it - an editor whose scroll bars
+     * its field follows needs that before it is drawn.
+     */
+    void sendPendingResizes();
 
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) override;
 

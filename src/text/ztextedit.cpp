@@ -101,7 +101,7 @@ void ZTextEditPrivate::init()
     }
 
     proxy = new ZEditorProxy(q);
-    proxy->setWidget(edit);
+    proxy->setDormantWidget(edit);
     proxy->setMinimumSize(0, 0);
 
     QObject::connect(edit, &QTextEdit::textChanged, q, &ZTextEdit::textChanged);
@@ -166,6 +166,8 @@ void ZTextEditPrivate::layoutChildren()
         const qreal textBottom = hShown ? inner.bottom() - t : r.bottom();
         proxy->setGeometry(QRectF(r.left(), r.top(), qMax<qreal>(0, textRight - r.left()),
                                   qMax<qreal>(0, textBottom - r.top())));
+        // The bars follow the editor's own, which follow its size.
+        proxy->sendPendingResizes();
         if (vShown)
             vbar->setGeometry(QRectF(inner.right() - t, inner.top(), t, qMax<qreal>(0, inner.height() - bottom)));
         if (hShown)

@@ -10,7 +10,7 @@
 
 #include <QtCore/qpointer.h>
 
-class QGraphicsProxyWidget;
+class ZEditorProxy;
 class QScrollBar;
 class ZFrameItem;
 
@@ -27,7 +27,7 @@ public:
     ZScrollBar *bar(Qt::Orientation orientation) const { return orientation == Qt::Vertical ? vbar : hbar; }
     QScrollBar *nativeBar(Qt::Orientation orientation) const;
 
-    QGraphicsProxyWidget *proxy = nullptr;
+    ZEditorProxy *proxy = nullptr;
     QTextEdit *edit = nullptr;
     ZFrameItem *frame = nullptr;
     ZScrollBar *vbar = nullptr;

@@ -244,6 +244,47 @@ private slots:
         QCOMPARE(f.proxy()->geometry().width(), 200.0);
     }
 
+    // A text field nobody has reached yet keeps its editor hidden, without a
+    // native window, its bars following the text all the same, and draws as
+    // it will once shown; the pointer, a wheel turn or focus reach it.
+    void dormantEditor_data()
+    {
+        QTest::addColumn<QString>("trigger");
+        for (const char *trigger : {"hover", "press", "wheel", "focus"})
+            QTest::newRow(trigger) << QString::fromLatin1(trigger);
+    }
+    void dormantEditor()
+    {
+        QFETCH(QString, trigger);
+        TextField f;
+        f.edit.setFrame(true);
+        f.lines(60);
+        scenetest::settle();
+        QVERIFY(!f.editor()->isVisible() && !f.editor()->windowHandle());
+        ZScrollBar *bar = f.edit.verticalScrollBar();
+        QVERIFY(bar->isVisible() && bar->maximum() > 0);
+        const QImage before = scenetest::render(f.scene, QSize(200, 100));
+        QVERIFY(scenetest::countOf(before, [](QColor c) { return c.value() < 100; }) > 50); // text
+
+        const QPointF inside = f.edit.mapToScene(QPointF(20, 8));
+        if (trigger == QLatin1String("hover")) {
+            scenetest::sendHoverTo(f.proxy(), QEvent::GraphicsSceneHoverEnter, QPointF(20, 8));
+            QVERIFY(f.editor()->isVisible());
+            QCOMPARE(scenetest::render(f.scene, QSize(200, 100)), before);
+        } else if (trigger == QLatin1String("press")) {
+            scenetest::click(f.scene, inside);
+            QVERIFY(f.editor()->isVisible());
+            QCOMPARE(f.editor()->textCursor().blockNumber(), 0);
+        } else if (trigger == QLatin1String("wheel")) {
+            scenetest::wheel(f.scene, inside, -120);
+            QVERIFY(bar->value() > 0);
+            QCOMPARE(bar->value(), qreal(f.editor()->verticalScrollBar()->value()));
+        } else {
+            f.proxy()->setFocus();
+            QVERIFY(f.editor()->isVisible() && f.proxy()->hasFocus());
+        }
+    }
+
     void horizontalBarWithoutWrap()
     {
         TextField f;
